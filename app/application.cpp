@@ -1,0 +1,46 @@
+#include "app/application.h"
+
+#include "form/mainwindow.h"
+
+#include <QApplication>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QScreen>
+#include <QTranslator>
+
+QPoint centredPosition(const QSize &screenSize, const QSize &windowSize)
+{
+    return QPoint((screenSize.width() - windowSize.width()) >> 1, (screenSize.height() - windowSize.height()) >> 1);
+}
+
+namespace {
+
+void installTranslator(QApplication &app, QTranslator &translator, const QString &prefix)
+{
+    // A missing file leaves the translator empty and the texts untranslated.
+    const bool loaded =
+        translator.load(prefix + QLocale::system().name(), QLibraryInfo::location(QLibraryInfo::TranslationsPath));
+    Q_UNUSED(loaded)
+    app.installTranslator(&translator);
+}
+
+} // namespace
+
+int runFeedbackAgent(int argc, char **argv)
+{
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
+    QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
+    QApplication app(argc, argv);
+
+    QTranslator qtTranslator;
+    installTranslator(app, qtTranslator, QStringLiteral("qt_"));
+    QTranslator feedbackTranslator;
+    installTranslator(app, feedbackTranslator, QStringLiteral("feedback_"));
+
+    MainWindow window; // may end the process when another instance holds the guard
+    const QScreen *primary = QGuiApplication::primaryScreen();
+    if (primary)
+        window.move(centredPosition(primary->geometry().size(), window.size()));
+    window.show();
+    return app.exec();
+}

@@ -1,0 +1,239 @@
+#include "form/mainwindow.h"
+#include "ui_mainwindow.h"
+
+#include "app/suitepath.h"
+#include "attachments/ask.h"
+#include "form/productareas.h"
+#include "resources/resources.h"
+#include "sysinfo/gathersysinfo.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QRegExpValidator>
+#include <QStandardPaths>
+#include <QThread>
+
+#include <cstdlib>
+
+namespace {
+
+const char kBuildNumber[] = "3126";
+const char kBuildDate[] = "21-Jun-2019";
+const quint16 kInstanceGuardPort = 23709;
+
+} // namespace
+
+MainWindow::MainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(new Ui::MainWindow)
+{
+    initFeedbackResources();
+    qRegisterMetaType<QHostInfo>("QHostInfo");
+    qRegisterMetaType<QNetworkReply::NetworkError>("QNetworkReply::NetworkError");
+
+    titleText = tr("Korvane 3D%1 Feedback Agent%2  Build %3 (%4%5) %6")
+                    .arg(QChar(0x00AE))
+                    .arg(QChar(0x2122))
+                    .arg(QLatin1String(kBuildNumber))
+                    .arg(QLatin1String("Win"))
+                    .arg(QLatin1String("64"))
+                    .arg(QLatin1String(kBuildDate));
+    appIcon = QIcon(QStringLiteral(":/images/FB_logo.png"));
+
+    takeInstanceGuard();
+
+    ui->setupUi(this);
+    setCentralWidget(ui->centralWidget);
+    setAcceptDrops(true);
+    setWindowTitle(titleText);
+    setWindowIcon(appIcon);
+
+    fillProductAreas();
+    createThumbnailFolder();
+    chooseSettingsFile();
+    connectForm();
+    ui->frame_Settings->hide();
+
+    connect(&emailTimer, SIGNAL(timeout()), this, SLOT(slot_validate_email_domain()));
+    emailTimer.setInterval(2000);
+
+    emailRegExp.setPattern(QStringLiteral("(\\b[A-Z0-9._%+-]+)@([A-Z0-9.-]+\\.[A-Z]{2,4}\\b)"));
+    emailRegExp.setCaseSensitivity(Qt::CaseInsensitive);
+    emailRegExp.setPatternSyntax(QRegExp::RegExp);
+
+    createValidators();
+    loadSettings();
+    slot_set_control_states();
+    startSystemInfoWorker();
+
+    ui->button_Send->installEventFilter(this);
+    ui->tree_Attachments->installEventFilter(this);
+
+    applyLaunchOptions();
+}
+
+MainWindow::~MainWindow()
+{
+    if (settingsModified)
+        saveSettings();
+    if (thumbDir) {
+        if (thumbDir->exists())
+            removeDirectoryTree(thumbDir->absolutePath());
+        delete thumbDir;
+        thumbDir = nullptr;
+    }
+    delete ui;
+    ui = nullptr;
+    instanceServer.close();
+}
+
+void MainWindow::takeInstanceGuard()
+{
+    // The guard only holds the port; nothing is ever accepted on it.
+    if (instanceServer.listen(QHostAddress(QHostAddress::Any), kInstanceGuardPort))
+        return;
+    Ask ask(this, titleText, appIcon);
+    ask.critical(tr("Another instance of Feedback Agent seems to be running."));
+    std::exit(0);
+}
+
+void MainWindow::fillProductAreas()
+{
+    for (const QString &area : productAreaNames())
+        ui->list_Area->addItem(area);
+}
+
+void MainWindow::createThumbnailFolder()
+{
+    // A folder left behind by a crash is reused as it is.
+    thumbDir = new QDir(QDir::tempPath());
+    if (!thumbDir->exists(QStringLiteral("fb_thumbnails")))
+        thumbDir->mkdir(QStringLiteral("fb_thumbnails"));
+    thumbDir->cd(QStringLiteral("fb_thumbnails"));
+}
+
+void MainWindow::chooseSettingsFile()
+{
+    const QString suiteFolder = QString::fromUtf8(SuitePath(SuiteSettingsFolder));
+    if (!QFile::exists(suiteFolder))
+        QDir(QFileInfo(suiteFolder).absolutePath()).mkpath(QFileInfo(suiteFolder).fileName());
+
+    const QString newPath =
+        QDir::toNativeSeparators(QString("%1%2feedbackagent.cfg").arg(suiteFolder).arg(QDir::separator()));
+    const QStringList homes = QStandardPaths::standardLocations(QStandardPaths::HomeLocation);
+    const QString home = homes.isEmpty() ? QString() : homes.first();
+    const QString oldPath = QDir::toNativeSeparators(QString("%1%2.fbagent").arg(home).arg(QDir::separator()));
+
+    // The old file is used until a new one exists, and dropped (not merged) once it does.
+    if (!QFile::exists(suiteFolder)) {
+        configPath = oldPath;
+    } else if (QFile::exists(newPath)) {
+        configPath = newPath;
+        if (QFile::exists(oldPath))
+            QFile::remove(oldPath);
+    } else {
+        configPath = QFile::exists(oldPath) ? oldPath : newPath;
+    }
+}
+
+void MainWindow::connectForm()
+{
+    // Connected by name, in this order: Qt calls the two editingFinished slots of
+    // line_Name in the order they were connected.
+    connect(ui->button_Cancel, SIGNAL(clicked(bool)), this, SLOT(slot_cancel()));
+    connect(ui->button_Start_Over, SIGNAL(clicked(bool)), this, SLOT(slot_start_over()));
+    connect(ui->label_Video, SIGNAL(linkActivated(const QString &)), this, SLOT(slot_play_video(const QString &)));
+    connect(ui->line_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_control_states()));
+    connect(ui->line_Name, SIGNAL(textEdited(const QString &)), this, SLOT(slot_set_control_states()));
+    connect(ui->line_Email, SIGNAL(textEdited(const QString &)), this, SLOT(slot_email_edited(const QString &)));
+    connect(ui->combo_Title->lineEdit(), SIGNAL(textChanged(const QString &)), this,
+            SLOT(slot_set_control_states()));
+    connect(ui->combo_Title->lineEdit(), SIGNAL(editingFinished()), this, SLOT(slot_update_title_list()));
+    connect(ui->combo_Title, SIGNAL(currentIndexChanged(int)), this, SLOT(slot_set_title_text(int)));
+    ui->combo_Title->lineEdit()->setMaxLength(70);
+    connect(ui->edit_Description, SIGNAL(textChanged()), this, SLOT(slot_set_control_states()));
+    connect(ui->list_Area, SIGNAL(itemSelectionChanged()), this, SLOT(slot_set_control_states()));
+    connect(ui->line_Build, SIGNAL(textEdited(const QString &)), this, SLOT(slot_set_control_states()));
+    connect(ui->button_Bug_Report, SIGNAL(clicked(bool)), this, SLOT(slot_show_bug_report()));
+    connect(ui->button_Feature_Request, SIGNAL(clicked(bool)), this, SLOT(slot_show_feature_request()));
+    connect(ui->button_Attach_File, SIGNAL(clicked(bool)), this, SLOT(slot_add_attachment()));
+    connect(ui->button_Screen_Shot, SIGNAL(clicked(bool)), this, SLOT(slot_process_screen_shot()));
+    connect(ui->button_Remove_Entry, SIGNAL(clicked(bool)), this, SLOT(slot_remove_attachment()));
+    connect(ui->button_Clear_All, SIGNAL(clicked(bool)), this, SLOT(slot_clear_attachments()));
+    connect(ui->button_Send, SIGNAL(clicked(bool)), this, SLOT(slot_submit()));
+    connect(ui->tabWidget, SIGNAL(currentChanged(int)), this, SLOT(slot_tab_changed(int)));
+    connect(ui->line_Snapshot_Delay, SIGNAL(editingFinished()), this, SLOT(slot_validate_delay()));
+    connect(ui->line_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->line_Email, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->line_HTTP_Destination, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->line_Proxy_Server, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->line_Proxy_Port, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->line_Proxy_User_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->line_Proxy_Password, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
+    connect(ui->check_Remember_My_Info, SIGNAL(stateChanged(int)), this, SLOT(slot_set_modified()));
+    connect(ui->group_Proxy_Settings, SIGNAL(clicked(bool)), this, SLOT(slot_set_modified()));
+    connect(ui->check_Settings, SIGNAL(stateChanged(int)), this, SLOT(slot_enable_edit_settings()));
+}
+
+void MainWindow::createValidators()
+{
+    const QRegExp buildPattern(QStringLiteral("[1-9]\\d{0,3}"), Qt::CaseSensitive, QRegExp::RegExp);
+    ui->line_Build->setValidator(new QRegExpValidator(buildPattern, this));
+    ui->line_Build->setText(QLatin1String(kBuildNumber));
+
+    const QRegExp delayPattern(QStringLiteral("[1-9]\\d{0,2}"), Qt::CaseSensitive, QRegExp::RegExp);
+    ui->line_Snapshot_Delay->setValidator(new QRegExpValidator(delayPattern, this));
+}
+
+void MainWindow::startSystemInfoWorker()
+{
+    // Neither object is kept: both delete themselves once the job is done.
+    QThread *thread = new QThread;
+    GatherSysInfo *worker = new GatherSysInfo;
+    worker->moveToThread(thread);
+    connect(thread, SIGNAL(started()), worker, SLOT(process()));
+    connect(worker, SIGNAL(results(const QString &)), this, SLOT(slot_sysinfo(const QString &)));
+    connect(worker, SIGNAL(finished()), thread, SLOT(quit()));
+    connect(worker, SIGNAL(finished()), worker, SLOT(deleteLater()));
+    connect(thread, SIGNAL(finished()), thread, SLOT(deleteLater()));
+    thread->start();
+}
+
+bool MainWindow::removeDirectoryTree(const QString &path)
+{
+    QDir dir(path);
+    if (!dir.exists(path))
+        return true;
+    const QFileInfoList entries =
+        dir.entryInfoList(QDir::NoDotAndDotDot | QDir::System | QDir::Hidden | QDir::AllDirs | QDir::Files,
+                          QDir::DirsFirst);
+    for (const QFileInfo &entry : entries) {
+        const bool removed =
+            entry.isDir() ? removeDirectoryTree(entry.absoluteFilePath()) : QFile::remove(entry.absoluteFilePath());
+        if (!removed)
+            return false;
+    }
+    return dir.rmdir(path);
+}
+
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == QEvent::MouseButtonPress && watched == ui->button_Send && !ui->button_Send->isEnabled()
+        && reportKind != None)
+        jumpToMissingTab();
+
+    if (event->type() == QEvent::KeyPress) {
+        const QKeyEvent *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_V && (key->modifiers() & Qt::ControlModifier) && ui->tabWidget->currentIndex() == 4)
+            paste_clipboard_image();
+    }
+    // The press is never consumed.
+    return QMainWindow::eventFilter(watched, event);
+}
+
+void MainWindow::slot_sysinfo(const QString &info)
+{
+    sysInfo = info;
+}

@@ -1,0 +1,24 @@
+#include "support/testenv.h"
+
+#include <QDir>
+
+TestEnvironment::TestEnvironment()
+    : m_root(QDir::tempPath() + "/fbtest-XXXXXX")
+{
+    const QString base = m_root.path();
+    for (const char *sub : {"home", "config", "data", "cache", "tmp", "runtime"})
+        QDir().mkpath(base + "/" + sub);
+    QFile::setPermissions(base + "/runtime", QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner);
+    qputenv("HOME", (base + "/home").toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", (base + "/config").toLocal8Bit());
+    qputenv("XDG_DATA_HOME", (base + "/data").toLocal8Bit());
+    qputenv("XDG_CACHE_HOME", (base + "/cache").toLocal8Bit());
+    qputenv("XDG_RUNTIME_DIR", (base + "/runtime").toLocal8Bit());
+    qputenv("TMPDIR", (base + "/tmp").toLocal8Bit());
+}
+
+TestEnvironment &TestEnvironment::instance()
+{
+    static TestEnvironment environment;
+    return environment;
+}
