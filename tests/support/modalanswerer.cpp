@@ -94,9 +94,9 @@ ModalSnapshot ModalAnswerer::snapshot(QWidget *modal)
         s.text = box->text();
         s.informativeText = box->informativeText();
         s.icon = box->icon();
-        if (QDialogButtonBox *bb = box->findChild<QDialogButtonBox *>()) {
-            for (QAbstractButton *b : bb->buttons())
-                s.buttons << b->text();
+        for (QAbstractButton *b : box->buttons()) {
+            s.buttons << b->text();
+            s.buttonRoles.insert(b->text(), box->buttonRole(b));
         }
         if (box->defaultButton())
             s.defaultButton = box->defaultButton()->text();

@@ -1,7 +1,9 @@
 #pragma once
 
 #include <QIcon>
+#include <QImage>
 #include <QList>
+#include <QMap>
 #include <QMessageBox>
 #include <QObject>
 #include <QPointer>
@@ -18,11 +20,13 @@ struct ModalSnapshot
     QString text;        // message box text, or input dialog label
     QString informativeText;
     int icon = -1;       // QMessageBox::Icon for message boxes
-    QStringList buttons; // button texts in layout order
+    QStringList buttons; // button texts in the button box's layout order
+    QMap<QString, int> buttonRoles; // text -> QMessageBox::ButtonRole
     QString defaultButton;
     bool hasWindowIcon = false;
     qint64 cacheKeyOfWindowIcon = 0;
     QStringList checkBoxes;
+    QImage windowIconImage; // filled by callers that need the pixels
 };
 
 // Answers modal dialogs from a timer that polls QApplication::activeModalWidget().

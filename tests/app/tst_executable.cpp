@@ -1,0 +1,184 @@
+// Start-up and shut-down of the real executable on a real X server (Xvfb + openbox).
+#include "support/appprocess.h"
+#include "support/testenv.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTcpServer>
+#include <QtTest>
+
+namespace {
+
+const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
+
+QByteArray run(const QString &program, const QStringList &arguments, int timeoutMs = 20000)
+{
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished(timeoutMs)) {
+        process.kill();
+        process.waitForFinished();
+    }
+    return process.readAllStandardOutput().trimmed();
+}
+
+// Window id of the first visible window whose name matches, waiting for it to map.
+QString waitForWindow(const QString &name)
+{
+    QString id;
+    const bool found = QTest::qWaitFor(
+        [&] {
+            id = QString::fromLatin1(run("xdotool", {"search", "--onlyvisible", "--name", name}).split('\n').value(0));
+            return !id.isEmpty();
+        },
+        15000);
+    Q_UNUSED(found)
+    return id;
+}
+
+void closeWithKeyboard(const QString &windowId, const QString &keys)
+{
+    run("xdotool", {"windowactivate", "--sync", windowId});
+    run("xdotool", {"key", "--clearmodifiers", keys});
+}
+
+void writeFile(const QString &path, const QByteArray &content = "x")
+{
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    file.write(content);
+}
+
+} // namespace
+
+class TestExecutable : public QObject
+{
+    Q_OBJECT
+
+private:
+    TestEnvironment &env = TestEnvironment::instance();
+
+private slots:
+    void init()
+    {
+        QDir(env.thumbnailFolder()).removeRecursively();
+        QDir(env.suiteFolder()).removeRecursively();
+        QFile::remove(env.home() + "/.fbagent");
+    }
+
+    void runsShowsTheWindowAndCleansUp()
+    {
+        AppProcess app;
+        app.start();
+        QVERIFY2(app.waitUntilGuardTaken(), app.output().constData());
+        const QString id = waitForWindow("Feedback Agent");
+        QVERIFY(!id.isEmpty());
+        QVERIFY(QFileInfo(env.thumbnailFolder()).isDir());
+        QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", id})), kTitle);
+
+        // Files the program never made go with the folder too.
+        QVERIFY(QDir().mkpath(env.thumbnailFolder() + "/sub"));
+        writeFile(env.thumbnailFolder() + "/.hidden");
+        writeFile(env.thumbnailFolder() + "/sub/picture.png");
+
+        closeWithKeyboard(id, "alt+F4");
+        QVERIFY(app.waitForFinished());
+        QCOMPARE(app.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(app.exitCode(), 0);
+        QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
+        QVERIFY(!AppProcess::portInUse(23709));
+    }
+
+    void anyListenerOnThePortBlocksTheStart()
+    {
+        QTcpServer other;
+        QVERIFY(other.listen(QHostAddress::Any, 23709));
+        AppProcess app;
+        app.start();
+        const QString id = waitForWindow("Feedback Agent");
+        QVERIFY2(!id.isEmpty(), app.output().constData());
+
+        // The box carries the full title (its text and icon are checked in-process by
+        // the start-up test, which records the box through Qt itself).
+        QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", id})), kTitle);
+        // No main window exists behind it: the only window of the process is the box.
+        const QByteArray windows = run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(app.pid())});
+        QCOMPARE(windows.split('\n').size(), 1);
+
+        closeWithKeyboard(id, "Return");
+        QVERIFY(app.waitForFinished());
+        QCOMPARE(app.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(app.exitCode(), 0);
+        // It stopped before building anything.
+        QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
+        QVERIFY(!QFileInfo::exists(env.suiteFolder()));
+    }
+
+    void secondInstanceExitsAndTheFirstRunsOn()
+    {
+        AppProcess first;
+        first.start();
+        QVERIFY(first.waitUntilGuardTaken());
+        const QString firstWindow = waitForWindow("Feedback Agent");
+        QVERIFY(!firstWindow.isEmpty());
+
+        AppProcess second;
+        second.start();
+        QString boxId;
+        const bool boxShown = QTest::qWaitFor(
+            [&] {
+                const QList<QByteArray> ids = run("xdotool", {"search", "--onlyvisible", "--pid",
+                                                               QString::number(second.pid())})
+                                                  .split('\n');
+                boxId = QString::fromLatin1(ids.value(0));
+                return !boxId.isEmpty();
+            },
+            15000);
+        QVERIFY(boxShown);
+        QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", boxId})), kTitle);
+        closeWithKeyboard(boxId, "Return");
+        QVERIFY(second.waitForFinished());
+        QCOMPARE(second.exitCode(), 0);
+        QCOMPARE(first.process().state(), QProcess::Running);
+        QVERIFY(QFileInfo(env.thumbnailFolder()).isDir()); // the first one's folder is untouched
+
+        closeWithKeyboard(firstWindow, "alt+F4");
+        QVERIFY(first.waitForFinished());
+        QCOMPARE(first.exitCode(), 0);
+    }
+
+    void oldSettingsFileIsDroppedOnceTheNewOneExists()
+    {
+        QVERIFY(QDir().mkpath(env.suiteFolder()));
+        writeFile(env.suiteFolder() + "/feedbackagent.cfg", "[application]\n");
+        writeFile(env.home() + "/.fbagent", "[application]\n");
+        AppProcess app;
+        app.start();
+        QVERIFY(app.waitUntilGuardTaken());
+        const QString id = waitForWindow("Feedback Agent");
+        QVERIFY(!id.isEmpty());
+        QVERIFY(!QFile::exists(env.home() + "/.fbagent"));
+        closeWithKeyboard(id, "alt+F4");
+        QVERIFY(app.waitForFinished());
+        QVERIFY(QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
+    }
+
+    void onlyTheOldSettingsFileIsKept()
+    {
+        writeFile(env.home() + "/.fbagent", "[application]\n");
+        AppProcess app;
+        app.start();
+        QVERIFY(app.waitUntilGuardTaken());
+        const QString id = waitForWindow("Feedback Agent");
+        closeWithKeyboard(id, "alt+F4");
+        QVERIFY(app.waitForFinished());
+        QVERIFY(QFile::exists(env.home() + "/.fbagent"));
+        QVERIFY(!QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
+        QVERIFY(QFileInfo(env.suiteFolder()).isDir());
+    }
+};
+
+FB_TEST_MAIN(TestExecutable)
+#include "tst_executable.moc"

@@ -1,0 +1,266 @@
+#include "form/mainwindow.h"
+#include "support/mainwindowprobe.h"
+#include "support/modalanswerer.h"
+#include "support/testenv.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDataStream>
+#include <QProcess>
+#include <QDir>
+#include <QFile>
+#include <QPushButton>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QtTest>
+
+#include <memory>
+
+namespace {
+
+const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
+
+void writeFile(const QString &path, const QByteArray &content = "x")
+{
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    file.write(content);
+}
+
+} // namespace
+
+class TestStartup : public QObject
+{
+    Q_OBJECT
+
+private:
+    TestEnvironment &env = TestEnvironment::instance();
+    QString suite() const { return env.suiteFolder(); }
+    QString newFile() const { return env.suiteFolder() + "/feedbackagent.cfg"; }
+    QString oldFile() const { return env.home() + "/.fbagent"; }
+
+private slots:
+    void init()
+    {
+        QDir(suite()).removeRecursively();
+        QFile::remove(oldFile());
+        QDir(env.thumbnailFolder()).removeRecursively();
+    }
+
+    void titleAndIcon()
+    {
+        MainWindow window;
+        QCOMPARE(window.windowTitle(), kTitle);
+        QCOMPARE(MainWindowProbe::titleText(window), kTitle);
+        QCOMPARE(kTitle.toUtf8(),
+                 QByteArray("Korvane 3D\xC2\xAE Feedback Agent\xE2\x84\xA2  Build 3126 (Win64) 21-Jun-2019"));
+        QVERIFY(!window.windowIcon().isNull());
+        const QImage icon = window.windowIcon().pixmap(64, 64).toImage();
+        const QImage expected = QIcon(":/images/FB_logo.png").pixmap(64, 64).toImage();
+        QCOMPARE(icon, expected);
+        QVERIFY(window.acceptDrops());
+        QCOMPARE(window.centralWidget()->objectName(), QString("centralWidget"));
+    }
+
+    void guardListensOnAllInterfaces()
+    {
+        MainWindow window;
+        QVERIFY(MainWindowProbe::instanceGuardListening(window));
+        QTcpSocket socket;
+        socket.connectToHost(QHostAddress::LocalHost, 23709);
+        QVERIFY(socket.waitForConnected(2000));
+        socket.abort();
+    }
+
+    void guardTakenShowsTheCriticalBoxAndExitsWithZero()
+    {
+        QTcpServer other;
+        QVERIFY(other.listen(QHostAddress::Any, 23709));
+        const QString record = env.root() + "/guard-child.bin";
+        QProcess child;
+        child.start(QCoreApplication::applicationFilePath(), {"--guard-child", record});
+        QVERIFY(child.waitForFinished(20000));
+        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(child.exitCode(), 0);
+
+        QFile in(record);
+        QVERIFY(in.open(QIODevice::ReadOnly));
+        QDataStream stream(&in);
+        ModalSnapshot shown;
+        stream >> shown.className >> shown.windowTitle >> shown.text >> shown.icon >> shown.buttons
+            >> shown.hasWindowIcon >> shown.windowIconImage;
+        QCOMPARE(shown.className, QString("QMessageBox"));
+        QCOMPARE(shown.windowTitle, kTitle);
+        QCOMPARE(shown.text, QString("Another instance of Feedback Agent seems to be running."));
+        QCOMPARE(shown.icon, int(QMessageBox::Critical));
+        QCOMPARE(shown.buttons, QStringList{"OK"});
+        QVERIFY(shown.hasWindowIcon);
+        QCOMPARE(shown.windowIconImage.convertToFormat(QImage::Format_ARGB32),
+                 QIcon(":/images/FB_logo.png").pixmap(32, 32).toImage().convertToFormat(QImage::Format_ARGB32));
+        // It ended before the thumbnail folder or the suite folder were made.
+        QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
+        QVERIFY(!QFileInfo::exists(suite()));
+    }
+
+    void guardIsFreedByTheDestructor()
+    {
+        {
+            MainWindow window;
+        }
+        QTcpServer probe;
+        QVERIFY(probe.listen(QHostAddress::Any, 23709));
+    }
+
+    void settingsFileWithNeitherFile()
+    {
+        MainWindow window;
+        QCOMPARE(MainWindowProbe::configPath(window), newFile());
+        QVERIFY(QFileInfo(suite()).isDir()); // created with its parents
+        QVERIFY(!QFile::exists(newFile()));  // nothing written yet
+    }
+
+    void settingsFileWithBothFiles()
+    {
+        QVERIFY(QDir().mkpath(suite()));
+        writeFile(newFile());
+        writeFile(oldFile());
+        MainWindow window;
+        QCOMPARE(MainWindowProbe::configPath(window), newFile());
+        QVERIFY(!QFile::exists(oldFile())); // dropped, not merged
+        QVERIFY(QFile::exists(newFile()));
+    }
+
+    void settingsFileWithOnlyTheOldFile()
+    {
+        writeFile(oldFile(), "[application]\n");
+        MainWindow window;
+        QCOMPARE(MainWindowProbe::configPath(window), oldFile());
+        QVERIFY(QFile::exists(oldFile()));
+        QVERIFY(!QFile::exists(newFile()));
+        QVERIFY(QFileInfo(suite()).isDir());
+    }
+
+    void settingsFileWithOnlyTheNewFile()
+    {
+        QVERIFY(QDir().mkpath(suite()));
+        writeFile(newFile());
+        MainWindow window;
+        QCOMPARE(MainWindowProbe::configPath(window), newFile());
+    }
+
+    void settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
+    {
+        // A regular file where the config folder should be: the suite folder cannot exist.
+        const QString blocker = env.root() + "/blocker";
+        writeFile(blocker);
+        const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
+        qputenv("XDG_CONFIG_HOME", blocker.toLocal8Bit());
+        std::unique_ptr<MainWindow> window(new MainWindow);
+        qputenv("XDG_CONFIG_HOME", saved);
+        QCOMPARE(MainWindowProbe::configPath(*window), oldFile());
+        QVERIFY(!QFile::exists(oldFile()));
+    }
+
+    void thumbnailFolderLivesAsLongAsTheWindow()
+    {
+        QString folder;
+        {
+            MainWindow window;
+            folder = MainWindowProbe::thumbnailFolder(window);
+            QCOMPARE(folder, env.thumbnailFolder());
+            QVERIFY(QFileInfo(folder).isDir());
+            QVERIFY(QDir().mkpath(folder + "/sub/deeper"));
+            writeFile(folder + "/shot.png");
+            writeFile(folder + "/.hidden");
+            writeFile(folder + "/sub/.hidden-too");
+            writeFile(folder + "/sub/deeper/file.bin");
+        }
+        QVERIFY(!QFileInfo::exists(folder));
+    }
+
+    void leftoverThumbnailFolderIsReused()
+    {
+        QVERIFY(QDir().mkpath(env.thumbnailFolder()));
+        writeFile(env.thumbnailFolder() + "/old.png");
+        MainWindow window;
+        QVERIFY(QFile::exists(env.thumbnailFolder() + "/old.png"));
+    }
+
+    void removeDirectoryTreeOfAMissingFolderSucceeds()
+    {
+        MainWindow window;
+        QVERIFY(window.removeDirectoryTree(env.root() + "/does-not-exist"));
+    }
+
+    void removeDirectoryTreeRemovesNestedFolders()
+    {
+        MainWindow window;
+        const QString tree = env.root() + "/tree";
+        QVERIFY(QDir().mkpath(tree + "/a/b"));
+        writeFile(tree + "/a/b/file");
+        writeFile(tree + "/a/.hidden");
+        writeFile(tree + "/c");
+        QVERIFY(window.removeDirectoryTree(tree));
+        QVERIFY(!QFileInfo::exists(tree));
+    }
+
+    void introScreenAfterConstruction()
+    {
+        MainWindow window;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
+        QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
+        auto *tabs = MainWindowProbe::widget<QWidget>(window, "tabWidget");
+        auto *bug = MainWindowProbe::widget<QWidget>(window, "button_Bug_Report");
+        auto *feature = MainWindowProbe::widget<QWidget>(window, "button_Feature_Request");
+        auto *send = MainWindowProbe::widget<QPushButton>(window, "button_Send");
+        QVERIFY(tabs && bug && feature && send);
+        QVERIFY(!tabs->isVisible());
+        QVERIFY(bug->isVisible());
+        QVERIFY(feature->isVisible());
+        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "progressBar")->isVisible());
+        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "button_Start_Over")->isVisible());
+        QVERIFY(MainWindowProbe::widget<QWidget>(window, "layout_banner_main_2")->isVisible());
+        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "layout_banner_bug_2")->isVisible());
+        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "layout_banner_feature_2")->isVisible());
+        QCOMPARE(send->text(), QString("Send..."));
+        QCOMPARE(send->toolTip(), QString("Select a feedback type to submit a report"));
+        QVERIFY(!send->isEnabled());
+    }
+};
+
+// Started as a child by guardTakenShowsTheCriticalBoxAndExitsWithZero: it builds the
+// window while the port is held elsewhere and writes down the box that appears before
+// answering it; the guard then ends the process.
+static void writeGuardChildRecord(const QString &path, QWidget *modal)
+{
+    ModalSnapshot shown = ModalAnswerer::snapshot(modal);
+    QFile out(path);
+    if (!out.open(QIODevice::WriteOnly))
+        return;
+    QDataStream stream(&out);
+    stream << shown.className << shown.windowTitle << shown.text << shown.icon << shown.buttons
+           << shown.hasWindowIcon << modal->windowIcon().pixmap(32, 32).toImage();
+}
+
+int main(int argc, char *argv[])
+{
+    TestEnvironment::instance();
+    QApplication app(argc, argv);
+    if (argc == 3 && QByteArray(argv[1]) == "--guard-child") {
+        const QString record = QString::fromLocal8Bit(argv[2]);
+        ModalAnswerer answerer;
+        answerer.then([record](QWidget *modal) {
+            writeGuardChildRecord(record, modal);
+            for (QAbstractButton *button : modal->findChildren<QAbstractButton *>())
+                button->click();
+        });
+        MainWindow window; // the guard ends the process here
+        return 3;
+    }
+    TestStartup tc;
+    QTEST_SET_MAIN_SOURCE_PATH
+    return QTest::qExec(&tc, argc, argv);
+}
+#include "tst_startup.moc"

@@ -1,0 +1,10 @@
+#!/bin/bash
+# Installs every Debian package the project needs (lists in tools/deps/*.txt).
+# Run as root on a fresh Debian 12 machine.
+set -euo pipefail
+here=$(cd "$(dirname "$0")" && pwd)
+packages=$(cat "$here"/deps/*.txt | sed 's/#.*//' | tr -s ' \n' '\n' | sort -u | tr '\n' ' ')
+export DEBIAN_FRONTEND=noninteractive
+apt-get update -q
+# shellcheck disable=SC2086
+apt-get install -y -q --no-install-recommends $packages
