@@ -1,0 +1,561 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de_DE">
+<context>
+    <name>Ask</name>
+    <message>
+        <source>Yes</source>
+        <translation>Ja</translation>
+    </message>
+    <message>
+        <source>No</source>
+        <translation>Nein</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>MainWindow</name>
+    <message>
+        <source>Korvane Feedback Agent</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Welcome to the Korvane Feedback Agent</source>
+        <translation>Willkommen beim Korvane Feedback Agent</translation>
+    </message>
+    <message>
+        <source>Please Choose the Type of Feedback You Wish to Provide</source>
+        <translation>Bitte wählen Sie die Art Ihrer Rückmeldung</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot;color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;&lt;font size=&quot;+3&quot;&gt;Bug Report&lt;/font&gt;&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;(Crashes / Issues)&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot;color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;&lt;font size=&quot;+3&quot;&gt;Feature Request&lt;/font&gt;&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;(Features / Workflow)&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Introduction</source>
+        <translation>Einführung</translation>
+    </message>
+    <message>
+        <source>Please take a moment to review how to collect and submit a good bug report.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The following tips help make a good report that will aid developers in recreating your issue:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1) Ensure only the content needed to recreate the issue is attached</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>2) Lower any settings in Scenes that are not critical to showing the issue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>3) Provide detailed steps the developer can folow in order to recreate the issue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>For further advice and tips, please click the link to the video.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;https://videos.korvane3d.com/watch/feedback-agent-tips&quot;&gt;&lt;img src=&quot;:/images/FB_video_logo.jpg&quot;/&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step 1: Identity</source>
+        <translation>Schritt 1: Identität</translation>
+    </message>
+    <message>
+        <source>Your name:</source>
+        <translation>Ihr Name:</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Please enter your name here&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Email address:</source>
+        <translation>E-Mail-Adresse:</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Please enter your contact information in case Customer Service needs more information.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remember My Information</source>
+        <translation>Meine Angaben merken</translation>
+    </message>
+    <message>
+        <source>Step 2: Details</source>
+        <translation>Schritt 2: Details</translation>
+    </message>
+    <message>
+        <source>Area:</source>
+        <translation>Bereich:</translation>
+    </message>
+    <message>
+        <source>Build:</source>
+        <translation>Build:</translation>
+    </message>
+    <message>
+        <source>Include My System Information</source>
+        <translation>Meine Systeminformationen mitsenden</translation>
+    </message>
+    <message>
+        <source>Step 3: Description</source>
+        <translation>Schritt 3: Beschreibung</translation>
+    </message>
+    <message>
+        <source>Please provide a short title of the bug/issue  (70 characters max):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please provide a description of the bug/issue:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Please enter a detailed description of the issue here.  If this issue deals with Scripting, code snippets may be included here, but full script files should be attached to the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Step 4: Attachments</source>
+        <translation>Schritt 4: Anhänge</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Select a file to attach to the report.  The file may be text or binary.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Attach File(s)...</source>
+        <translation>Datei(en) anhängen...</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Remove the selected entry from the attachments.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Remove Selected</source>
+        <translation>Auswahl entfernen</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Clear all attachments from the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Clear All</source>
+        <translation>Alle entfernen</translation>
+    </message>
+    <message>
+        <source>Type</source>
+        <translation>Typ</translation>
+    </message>
+    <message>
+        <source>Data</source>
+        <translation>Daten</translation>
+    </message>
+    <message>
+        <source>Privatize content (NDA)</source>
+        <translation>Inhalt vertraulich (NDA)</translation>
+    </message>
+    <message>
+        <source>Enhanced capture</source>
+        <translation>Erweiterte Aufnahme</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;This option will allow you to take a screen shot of a selected window to attach to the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Take Screen Shot...</source>
+        <translation>Bildschirmfoto...</translation>
+    </message>
+    <message>
+        <source>Delay:</source>
+        <translation>Verzögerung:</translation>
+    </message>
+    <message>
+        <source>2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>seconds</source>
+        <translation>Sekunden</translation>
+    </message>
+    <message>
+        <source>Feedback Agent Settings</source>
+        <translation>Einstellungen</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; font-size:12pt; font-weight:600; color:#aa0000;&quot;&gt;Note&lt;/span&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;: You should &lt;/span&gt;&lt;span style=&quot; font-size:12pt; font-weight:600; font-style:italic;&quot;&gt;only&lt;/span&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt; modify these settings if you have a special need.&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;The defaults should be used for most situations.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>I understand.  Let me modify the settings.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>HTTP destination:</source>
+        <translation>HTTP-Ziel:</translation>
+    </message>
+    <message>
+        <source>http://feedback.korvane3d.com/</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>HTTP Proxy Settings</source>
+        <translation>HTTP-Proxy-Einstellungen</translation>
+    </message>
+    <message>
+        <source>Server:</source>
+        <translation>Server:</translation>
+    </message>
+    <message>
+        <source>Port:</source>
+        <translation>Port:</translation>
+    </message>
+    <message>
+        <source>8080</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>User name:</source>
+        <translation>Benutzername:</translation>
+    </message>
+    <message>
+        <source>Password:</source>
+        <translation>Passwort:</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Cancel sending of this report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Start Over</source>
+        <translation>Neu beginnen</translation>
+    </message>
+    <message>
+        <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Submit the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Send...</source>
+        <translation>Senden...</translation>
+    </message>
+    <message>
+        <source>(validating email...standby...)</source>
+        <translation>(E-Mail wird geprüft... bitte warten...)</translation>
+    </message>
+    <message>
+        <source>Your email address is incorrectly formatted.</source>
+        <translation>Ihre E-Mail-Adresse ist falsch formatiert.</translation>
+    </message>
+    <message>
+        <source>Your email address could not be validated.  Please verify that the domain was entered correctly.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Select a feedback type to submit a report</source>
+        <translation>Wählen Sie eine Art der Rückmeldung, um einen Bericht zu senden</translation>
+    </message>
+    <message>
+        <source>Please complete the &lt;b&gt;Identity&lt;/b&gt; tab.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please complete the &lt;b&gt;Details&lt;/b&gt; tab.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please complete the &lt;b&gt;Description&lt;/b&gt; tab.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please add &lt;b&gt;Attachments&lt;/b&gt; to submit the report.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Completed %1/%2</source>
+        <translation>Erledigt %1/%2</translation>
+    </message>
+    <message>
+        <source>Submit the report</source>
+        <translation>Bericht senden</translation>
+    </message>
+    <message>
+        <source>Abort</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Submitting the report...</source>
+        <translation>Bericht wird gesendet...</translation>
+    </message>
+    <message>
+        <source>3) Provide detailed steps the developer can follow in order to recreate the issue</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please provide a short title for the bug/issue (70 characters max):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please take a moment to review how to collect and submit a good feature/flow request.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>The following tips help make a good report that will aid developers in recreating your request:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>1) Explain what it is you are trying to do that is causing difficulty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>2) Are there more general workflows that could make your request better for all?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>3) Are there examples of good workflows that you may have seen elsewhere?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please provide a short title for the feature request (70 characters max):</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Please provide a description of the feature request:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Korvane 3D%1 Feedback Agent%2  Build %3 (%4%5) %6</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Another instance of Feedback Agent seems to be running.</source>
+        <translation>Feedback Agent scheint bereits zu laufen.</translation>
+    </message>
+    <message>
+        <source>Select File...</source>
+        <translation>Datei auswählen...</translation>
+    </message>
+    <message>
+        <source>All Files (*.*)</source>
+        <translation>Alle Dateien (*.*)</translation>
+    </message>
+    <message>
+        <source>File Access Failure</source>
+        <translation>Dateizugriffsfehler</translation>
+    </message>
+    <message>
+        <source>Failed to access file.</source>
+        <translation>Auf die Datei konnte nicht zugegriffen werden.</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>Animation</source>
+        <translation>Animation</translation>
+    </message>
+    <message>
+        <source>Asset Browser</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Audio</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cameras</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Cloth Simulation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Content Library</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Crashes / Hangs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Documentation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Dynamics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Fur and Hair</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Geometry Editing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Import</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Installation</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Interface</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Keyframes</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Licensing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Lights</source>
+        <translation>Licht</translation>
+    </message>
+    <message>
+        <source>Materials</source>
+        <translation>Materialien</translation>
+    </message>
+    <message>
+        <source>Modeling</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Morphs</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Motion Capture</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Network Rendering</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Node Editor</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Particles</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Performance</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Physics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Plug-ins</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Posing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Python Scripting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Render Settings</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Rendering</source>
+        <translation>Rendering</translation>
+    </message>
+    <message>
+        <source>Rigging</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Scene Management</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Sculpting</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Shaders</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Skinning</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Terrain</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Textures</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Timeline</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>UV Mapping</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Undo / Redo</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Viewport</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Volumetrics</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Web Export</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <source>Other</source>
+        <translation>Sonstiges</translation>
+    </message>
+</context>
+</TS>
