@@ -6,6 +6,7 @@
 #include "form/productareas.h"
 #include "resources/resources.h"
 #include "sysinfo/gathersysinfo.h"
+#include "sysinfo/sysinfotooltip.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -67,6 +68,7 @@ MainWindow::MainWindow(QWidget *parent)
     loadSettings();
     slot_set_control_states();
     startSystemInfoWorker();
+    installSysInfoToolTip(ui->check_Include_System_Info, [this] { return sysInfo; });
 
     ui->button_Send->installEventFilter(this);
     ui->tree_Attachments->installEventFilter(this);
