@@ -84,8 +84,12 @@ private:
         ObjectTracker *self = s_self;
         if (!self)
             return;
+        // Only the native thread id: QThread::currentThread() may itself create
+        // an object (for a thread Qt has not seen yet) and so re-enter the hook.
+        if (QThread::currentThreadId() != self->m_guiThread)
+            return;
         QMutexLocker lock(&self->m_mutex);
-        if (self->m_armed && QThread::currentThread() == self->m_guiThread)
+        if (self->m_armed)
             self->m_live.insert(object);
     }
 
@@ -102,7 +106,7 @@ private:
     QMutex m_mutex;
     bool m_armed = false;
     QSet<QObject *> m_live;
-    QThread *m_guiThread = QThread::currentThread();
+    Qt::HANDLE m_guiThread = QThread::currentThreadId();
     quintptr m_previousAdd = 0;
     quintptr m_previousRemove = 0;
 };
