@@ -9,13 +9,14 @@ namespace {
 
 const char kRule[] = "--------------------------------------\n"; // 38 hyphens
 
-// printf into a std::string; every format here is short.
+// printf into a std::string. Every format here is a number in a short text, so
+// the buffer always holds the whole result.
 template <typename... Args>
 std::string format(const char *fmt, Args... args)
 {
     char buffer[64];
-    const int n = std::snprintf(buffer, sizeof buffer, fmt, args...);
-    return n < 0 ? std::string() : std::string(buffer, static_cast<std::size_t>(n) < sizeof buffer ? n : sizeof buffer - 1);
+    std::snprintf(buffer, sizeof buffer, fmt, args...);
+    return buffer;
 }
 
 void put(std::FILE *stream, const std::string &text)
