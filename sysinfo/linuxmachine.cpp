@@ -390,10 +390,10 @@ Gpu readGpu(const LinuxMachinePaths &paths, const std::string &cardDir, const st
         gpu.description = gpu.driver.empty() ? std::string("Unknown display adapter") : gpu.driver;
     }
 
-    // Drivers built outside the kernel (such as NVIDIA's) carry their own version;
-    // the kernel's drivers are versioned with the kernel itself.
+    // Drivers built outside the kernel (such as NVIDIA's) carry their own version
+    // in their module; the kernel's drivers are versioned with the kernel itself.
     if (!gpu.driver.empty()) {
-        gpu.driverVersion = readLine(paths.sys + "/module/" + gpu.driver + "/version");
+        gpu.driverVersion = readLine(device + "/driver/module/version");
         if (gpu.driverVersion.empty())
             gpu.driverVersion = kernelRelease;
     }

@@ -143,6 +143,10 @@ private slots:
         link(sys + "/bus/pci/drivers/nvidia", nvidia + "/driver");
         link(nvidia, sys + "/class/drm/card10/device");
         write(sys + "/module/nvidia/version", "550.54.14\n");
+        link(sys + "/module/nvidia", sys + "/bus/pci/drivers/nvidia/module");
+        // A kernel module without a version of its own.
+        QDir().mkpath(sys + "/module/amdgpu");
+        link(sys + "/module/amdgpu", sys + "/bus/pci/drivers/amdgpu/module");
 
         // card2: a display engine on the system bus, as on single-board computers.
         const QString soc = sys + "/devices/platform/gpu";
