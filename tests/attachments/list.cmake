@@ -1,0 +1,3 @@
+# The attachment list and the clipboard paste.
+fb_add_test(attachments attachmentlist WINDOW)
+fb_add_test(attachments attachmentsources WINDOW)
