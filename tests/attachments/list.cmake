@@ -1,3 +1,4 @@
 # The attachment list and the clipboard paste.
 fb_add_test(attachments attachmentlist WINDOW)
 fb_add_test(attachments attachmentsources WINDOW)
+fb_add_test(attachments clipboarddib)
