@@ -4,13 +4,10 @@
 #ifdef Q_OS_WIN
 
 #include "attachments/clipboard.h"
+#include "attachments/clipboardbmp.h"
 #include "attachments/dibclipboard_win.h"
 
-#include <QDir>
-#include <QFile>
-#include <QImage>
 #include <QPixmap>
-#include <QUuid>
 #include <QWidget>
 
 #include <windows.h>
@@ -21,20 +18,7 @@ Q_GUI_EXPORT HBITMAP qt_pixmapToWinHBITMAP(const QPixmap &p, int hbitmapFormat =
 bool read_image_from_clipboard(QImage &image, const QDir &scratchFolder)
 {
     std::vector<unsigned char> bmpFile;
-    if (!read_clipboard_bmp(bmpFile))
-        return false;
-
-    // QImage guesses the format from the content, so the BMP goes through a file.
-    const QString path = QDir::toNativeSeparators(
-        QStringLiteral("%1/%2.bmp").arg(scratchFolder.absolutePath(), QUuid::createUuid().toString()));
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly))
-        return false;
-    file.write(reinterpret_cast<const char *>(bmpFile.data()), qint64(bmpFile.size()));
-    file.close();
-    const bool loaded = image.load(path);
-    QFile::remove(path);
-    return loaded;
+    return read_clipboard_bmp(bmpFile) && load_bmp_through_file(bmpFile, scratchFolder, image);
 }
 
 bool copy_pixmap_to_clipboard(const QPixmap &pixmap, QWidget *owner)

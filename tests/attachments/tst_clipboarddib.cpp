@@ -2,11 +2,16 @@
 // checked on recorded clipboard blocks. The 32-bit and 8-bit blocks are what Wine's
 // clipboard made of a 2 x 2 32-bit bitmap and a 3 x 2 8-bit bitmap put there as
 // CF_BITMAP; tools/lanes/wine-clipboard.sh runs the same code against the live clipboard.
+// Also the Windows paste's detour through a temporary .bmp file, which needs no Win32.
+#include "attachments/clipboardbmp.h"
 #include "attachments/dib.h"
 #include "support/testenv.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QImage>
+#include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -43,6 +48,12 @@ QByteArray paletteBlock()
 const QByteArray kZeroSizeBlock = QByteArray::fromHex(
     "28000000" "02000000" "01000000" "0100" "2000" "00000000" "00000000" "00000000" "00000000" "00000000" "00000000"
     "112233ff" "445566ff");
+
+// 3 x 2, 24 bits, BI_RGB, rows padded from 9 to 12 bytes, bottom row first.
+const QByteArray kRgb24Block = QByteArray::fromHex(
+    "28000000" "03000000" "02000000" "0100" "1800" "00000000" "18000000" "00000000" "00000000" "00000000" "00000000"
+    "0000ff" "00ff00" "ff0000" "000000"
+    "ffffff" "808080" "102030" "000000");
 
 const QByteArray kFileHeaderPrefix = QByteArray::fromHex("424d"); // "BM"
 
@@ -141,6 +152,55 @@ private slots:
         dib::write_info_header(header, reinterpret_cast<unsigned char *>(written.data()));
         QCOMPARE(written.toHex(), (raw.left(24) + QByteArray::fromHex("feffffff" "00000000" "00000000" "04030201")).toHex());
     }
+
+    // The detour through a temporary file that the Windows paste takes.
+
+    void temporaryBmpName()
+    {
+        QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
+        const QString first = temporary_bmp_path(QDir(folder.path()));
+        const QString second = temporary_bmp_path(QDir(folder.path()));
+        const QString prefix = QRegularExpression::escape(QDir::toNativeSeparators(folder.path() + "/"));
+        const QRegularExpression form("^" + prefix + "\\{[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}\\}\\.bmp$");
+        QVERIFY2(form.match(first).hasMatch(), qPrintable(first));
+        QVERIFY(form.match(second).hasMatch());
+        QVERIFY(first != second);
+    }
+
+    void detourLoadsThePictureAndRemovesTheFile()
+    {
+        QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
+        QImage image;
+        QVERIFY(load_bmp_through_file(bmpFor(kRgb24Block), QDir(folder.path()), image));
+        QCOMPARE(image.size(), QSize(3, 2));
+        QCOMPARE(image.pixel(0, 1), qRgb(0xff, 0x00, 0x00));
+        QCOMPARE(image.pixel(1, 1), qRgb(0x00, 0xff, 0x00));
+        QCOMPARE(image.pixel(2, 1), qRgb(0x00, 0x00, 0xff));
+        QCOMPARE(image.pixel(0, 0), qRgb(0xff, 0xff, 0xff));
+        QCOMPARE(image.pixel(1, 0), qRgb(0x80, 0x80, 0x80));
+        QCOMPARE(image.pixel(2, 0), qRgb(0x30, 0x20, 0x10));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void detourFailedLoadRemovesTheFile()
+    {
+        QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
+        QImage image;
+        QVERIFY(!load_bmp_through_file(bmpFor(kZeroSizeBlock), QDir(folder.path()), image));
+        QVERIFY(image.isNull());
+        QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void detourIntoAMissingFolderFails()
+    {
+        QImage image;
+        const QDir missing(TestEnvironment::instance().temp() + "/no such folder");
+        QVERIFY(!load_bmp_through_file(bmpFor(kRgb24Block), missing, image));
+        QVERIFY(image.isNull());
+        QVERIFY(!missing.exists());
+    }
+
+    // The writer's arithmetic.
 
     void writerFormatByDepth_data()
     {
