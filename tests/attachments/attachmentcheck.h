@@ -6,6 +6,7 @@
 #include "form/mainwindow.h"
 #include "support/mainwindowprobe.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QIcon>
 #include <QImage>
@@ -25,6 +26,15 @@ inline QImage patternImage(int width, int height)
             image.setPixel(x, y, qRgb((x * 37 + y * 11) & 0xFF, (x * 5 + y * 71 + 3) & 0xFF, ((x * 113) ^ (y * 29)) & 0xFF));
     }
     return image;
+}
+
+inline QByteArray pngOf(const QImage &image)
+{
+    QByteArray png;
+    QBuffer buffer(&png);
+    buffer.open(QIODevice::WriteOnly);
+    image.save(&buffer, "PNG");
+    return png;
 }
 
 inline QString toolTipFor(const QString &previewPath)

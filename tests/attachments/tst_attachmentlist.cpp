@@ -62,6 +62,36 @@ private:
         QVERIFY(blocker.open(QIODevice::WriteOnly));
     }
 
+    static void previewSizeRows()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<QSize>("previewSize");
+        QTest::newRow("513 x 10") << QSize(513, 10) << QSize(512, 9);
+        QTest::newRow("10 x 513") << QSize(10, 513) << QSize(9, 512);
+        QTest::newRow("1030 x 700") << QSize(1030, 700) << QSize(512, 347);
+    }
+
+    // The folder holds the given files and one uuid preview, which the tool tip shows,
+    // of the expected size, scaled from the image the given way.
+    void expectScaledPreview(QTreeWidgetItem *item, const QStringList &others, const QImage &image,
+                             const QSize &previewSize, Qt::TransformationMode mode)
+    {
+        const QStringList names = thumbnailFiles(*window);
+        const QString preview = onlyUuidFile(names);
+        QVERIFY2(!preview.isEmpty(), qPrintable(names.join(", ")));
+        QStringList expectedNames = others;
+        expectedNames << preview;
+        expectedNames.sort();
+        QCOMPARE(names, expectedNames);
+        QCOMPARE(item->toolTip(1), toolTipFor(inFolder(preview)));
+        const QImage previewImage(inFolder(preview));
+        QCOMPARE(previewImage.size(), previewSize);
+        const QImage smooth = image.scaled(512, 512, Qt::KeepAspectRatio, Qt::SmoothTransformation);
+        const QImage fast = image.scaled(512, 512, Qt::KeepAspectRatio, Qt::FastTransformation);
+        QVERIFY(argb(smooth) != argb(fast)); // the pattern tells the two apart
+        QCOMPARE(argb(previewImage), argb(mode == Qt::SmoothTransformation ? smooth : fast));
+    }
+
     QTreeWidgetItem *addImage(const QString &name, const QImage &image)
     {
         return window->add_attachment_item(name, QPixmap::fromImage(image));
@@ -146,14 +176,7 @@ private slots:
         QCOMPARE(argb(saved), argb(image));
     }
 
-    void imageEntryAbove512GetsSmoothPreview_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QSize>("previewSize");
-        QTest::newRow("513 x 10") << QSize(513, 10) << QSize(512, 9);
-        QTest::newRow("10 x 513") << QSize(10, 513) << QSize(9, 512);
-        QTest::newRow("1030 x 700") << QSize(1030, 700) << QSize(512, 347);
-    }
+    void imageEntryAbove512GetsSmoothPreview_data() { previewSizeRows(); }
     void imageEntryAbove512GetsSmoothPreview()
     {
         QFETCH(QSize, size);
@@ -162,19 +185,7 @@ private slots:
         QTreeWidgetItem *item = addImage("wide", image);
         QCOMPARE(item->data(1, Qt::UserRole), QVariant(inFolder("wide.png")));
         QCOMPARE(QImage(inFolder("wide.png")).size(), size);
-
-        const QStringList names = thumbnailFiles(*window);
-        QCOMPARE(names.size(), 2);
-        QVERIFY(names.contains("wide.png"));
-        const QString preview = onlyUuidFile(names);
-        QVERIFY2(!preview.isEmpty(), qPrintable(names.join(", ")));
-        QCOMPARE(item->toolTip(1), toolTipFor(inFolder(preview)));
-        const QImage previewImage(inFolder(preview));
-        QCOMPARE(previewImage.size(), previewSize);
-        const QImage smooth = image.scaled(512, 512, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        const QImage fast = image.scaled(512, 512, Qt::KeepAspectRatio, Qt::FastTransformation);
-        QVERIFY(argb(smooth) != argb(fast)); // the pattern tells the two apart
-        QCOMPARE(argb(previewImage), argb(smooth));
+        expectScaledPreview(item, {"wide.png"}, image, previewSize, Qt::SmoothTransformation);
     }
 
     void imageEntryLeavesTabAndStatesAlone()
@@ -224,13 +235,7 @@ private slots:
         QCOMPARE(argb(preview), argb(image));
     }
 
-    void fileEntryImageAbove512GetsFastPreview_data()
-    {
-        QTest::addColumn<QSize>("size");
-        QTest::addColumn<QSize>("previewSize");
-        QTest::newRow("513 x 10") << QSize(513, 10) << QSize(512, 9);
-        QTest::newRow("10 x 513") << QSize(10, 513) << QSize(9, 512);
-    }
+    void fileEntryImageAbove512GetsFastPreview_data() { previewSizeRows(); }
     void fileEntryImageAbove512GetsFastPreview()
     {
         QFETCH(QSize, size);
@@ -240,15 +245,7 @@ private slots:
         QTreeWidgetItem *item = window->add_attachment_item(path, QPixmap());
         QVERIFY(isResourceIcon(item->icon(0), kImageIcon));
         QCOMPARE(item->data(1, Qt::UserRole), QVariant(path));
-        const QString preview = onlyUuidFile(thumbnailFiles(*window));
-        QCOMPARE(thumbnailFiles(*window), QStringList{preview});
-        QCOMPARE(item->toolTip(1), toolTipFor(inFolder(preview)));
-        const QImage previewImage(inFolder(preview));
-        QCOMPARE(previewImage.size(), previewSize);
-        const QImage smooth = image.scaled(512, 512, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-        const QImage fast = image.scaled(512, 512, Qt::KeepAspectRatio, Qt::FastTransformation);
-        QVERIFY(argb(smooth) != argb(fast));
-        QCOMPARE(argb(previewImage), argb(fast));
+        expectScaledPreview(item, {}, image, previewSize, Qt::FastTransformation);
     }
 
     void largeJpegFileEntry()

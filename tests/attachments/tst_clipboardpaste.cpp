@@ -12,7 +12,6 @@
 #include "xclip.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QInputDialog>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -28,15 +27,6 @@ using namespace attachmentcheck;
 namespace {
 
 const int kAttachmentsTab = 4;
-
-QByteArray pngOf(const QImage &image)
-{
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return png;
-}
 
 // What the name question showed before it was answered.
 struct NameQuestion

@@ -6,26 +6,12 @@
 #include "xclip.h"
 
 #include <QApplication>
-#include <QBuffer>
 #include <QDir>
 #include <QPixmap>
 #include <QWidget>
 #include <QtTest>
 
 using namespace attachmentcheck;
-
-namespace {
-
-QByteArray pngOf(const QImage &image)
-{
-    QByteArray png;
-    QBuffer buffer(&png);
-    buffer.open(QIODevice::WriteOnly);
-    image.save(&buffer, "PNG");
-    return png;
-}
-
-} // namespace
 
 class TestClipboardXclip : public QObject
 {

@@ -247,23 +247,21 @@ Bytes readOrFail(const std::string &label)
     return file;
 }
 
+// A BI_RGB block comes back as it was put, and its pixels are the pattern's.
+void expectStraightRead(const Bytes &block, const std::string &label)
+{
+    const Bytes file = readOrFail(label);
+    expectBytes(file, dib::bmp_file_from_clipboard_block(block.data(), block.size()), label);
+    expectPatternPixels(file, label);
+}
+
 const Case kCases[] = {
     {"rgb32", "32-bit BI_RGB block, read pixel for pixel",
      [](HWND owner) { return putBlock(owner, CF_DIB, rgbBlock(32)); },
-     [](const std::string &label) {
-         const Bytes block = rgbBlock(32);
-         const Bytes file = readOrFail(label);
-         expectBytes(file, dib::bmp_file_from_clipboard_block(block.data(), block.size()), label);
-         expectPatternPixels(file, label);
-     }},
+     [](const std::string &label) { expectStraightRead(rgbBlock(32), label); }},
     {"rgb24", "24-bit BI_RGB block with padded rows, read pixel for pixel",
      [](HWND owner) { return putBlock(owner, CF_DIB, rgbBlock(24)); },
-     [](const std::string &label) {
-         const Bytes block = rgbBlock(24);
-         const Bytes file = readOrFail(label);
-         expectBytes(file, dib::bmp_file_from_clipboard_block(block.data(), block.size()), label);
-         expectPatternPixels(file, label);
-     }},
+     [](const std::string &label) { expectStraightRead(rgbBlock(24), label); }},
     {"bitfields", "32-bit BI_BITFIELDS block: the masks become the first 12 pixel bytes",
      [](HWND owner) { return putBlock(owner, CF_DIB, bitfieldsBlock()); },
      [](const std::string &label) {
