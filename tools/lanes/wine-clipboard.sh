@@ -16,7 +16,7 @@ if [ "${FB_WINECLIP_IN_X:-}" != 1 ]; then
         "$root/tools/wineclip/wineclip.cpp" "$root/attachments/dib.cpp" "$root/attachments/dibclipboard_win.cpp" \
         -luser32 -lgdi32 -o "$work/wineclip.exe"
     status=0
-    FB_WINECLIP_IN_X=1 WORK="$work" xvfb-run -a -s "-screen 0 640x480x24 -nolisten tcp" "$0" || status=$?
+    FB_WINECLIP_IN_X=1 WORK="$work" xvfb-run -a -s "-screen 0 640x480x24 -nolisten tcp" bash "$0" || status=$?
     echo "wine clipboard lane: $(awk -v s="$start" -v e="$(date +%s.%N)" 'BEGIN {printf "%.1f", e - s}') s"
     exit $status
 fi
