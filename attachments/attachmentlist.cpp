@@ -27,6 +27,20 @@ QString uuidPngPath(const QDir &folder)
         QStringLiteral("%1/%2.png").arg(folder.absolutePath(), QUuid::createUuid().toString()));
 }
 
+// A JPEG is decoded straight at preview size, which spares decoding every pixel of a
+// camera picture only to throw most of them away. The preview gets the size the
+// scaling below would give it; a size that would round to nothing is left alone.
+QImage readForPreview(QImageReader &reader)
+{
+    const QSize full = reader.size();
+    if (reader.format() == "jpeg" && (full.width() > kPreviewLimit || full.height() > kPreviewLimit)) {
+        const QSize preview = full.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio);
+        if (!preview.isEmpty())
+            reader.setScaledSize(preview);
+    }
+    return reader.read();
+}
+
 } // namespace
 
 QTreeWidgetItem *MainWindow::add_attachment_item(const QString &name_or_path, const QPixmap &pixmap)
@@ -40,7 +54,8 @@ QTreeWidgetItem *MainWindow::add_attachment_item(const QString &name_or_path, co
         const QString folder = thumbDir->absolutePath();
         QString path = QDir::toNativeSeparators(QStringLiteral("%1/%2.png").arg(folder, name));
         for (int counter = 1; QFile::exists(path); ++counter)
-            path = QDir::toNativeSeparators(QStringLiteral("%1/%2_%3.png").arg(folder, name).arg(counter));
+            path = QDir::toNativeSeparators(
+                QStringLiteral("%1/%2_%3.png").arg(folder, name, QString::number(counter)));
         image.save(path); // a failed save is not detected: the row points at a missing file
 
         QTreeWidgetItem *item = new QTreeWidgetItem(ui->tree_Attachments);
@@ -67,7 +82,7 @@ QTreeWidgetItem *MainWindow::add_attachment_item(const QString &name_or_path, co
         return item;
     }
     QImageReader reader(info.absoluteFilePath());
-    QImage image = reader.read();
+    QImage image = readForPreview(reader);
     if (image.isNull())
         return item;
 

@@ -1,5 +1,7 @@
 #pragma once
 
+class QDir;
+class QImage;
 class QPixmap;
 class QWidget;
 
@@ -7,3 +9,8 @@ class QWidget;
 // as an image (elsewhere), owned by the given window. Failures are silent: the
 // screen-shot flow does not look at the result.
 bool copy_pixmap_to_clipboard(const QPixmap &pixmap, QWidget *owner);
+
+// Reads the picture on the system clipboard into image; true when one was loaded.
+// On Windows the bitmap takes a detour through a temporary BMP file in scratchFolder,
+// which is removed again; elsewhere the folder is not used.
+bool read_image_from_clipboard(QImage &image, const QDir &scratchFolder);

@@ -2,19 +2,31 @@
 #include "attachments/clipboard.h"
 #include "form/mainwindow.h"
 
+#include <QInputDialog>
+#include <QPixmap>
+
 bool MainWindow::read_clipboard_image(QImage &image)
 {
-    Q_UNUSED(image)
-    return false;
+    return read_image_from_clipboard(image, *thumbDir);
 }
 
 void MainWindow::paste_clipboard_image()
 {
-}
+    // The image is read before the dialog opens: nothing is held while the user types.
+    QImage image;
+    if (!read_clipboard_image(image))
+        return;
 
-bool copy_pixmap_to_clipboard(const QPixmap &pixmap, QWidget *owner)
-{
-    Q_UNUSED(pixmap)
-    Q_UNUSED(owner)
-    return false;
+    QString name;
+    if (!image.isNull()) {
+        bool accepted = false;
+        name = QInputDialog::getText(this, tr("Name Image"), tr("Name:"), QLineEdit::Normal, QString(), &accepted);
+        if (!accepted)
+            name.clear();
+    }
+    if (name.isEmpty())
+        return;
+
+    add_attachment_item(name, QPixmap::fromImage(image));
+    slot_set_control_states();
 }

@@ -1,0 +1,266 @@
+// The byte arithmetic of the Windows clipboard reader and writer (attachments/dib.cpp),
+// checked on recorded clipboard blocks. The 32-bit and 8-bit blocks are what Wine's
+// clipboard made of a 2 x 2 32-bit bitmap and a 3 x 2 8-bit bitmap put there as
+// CF_BITMAP; tools/lanes/wine-clipboard.sh runs the same code against the live clipboard.
+// Also the Windows paste's detour through a temporary .bmp file, which needs no Win32.
+#include "attachments/clipboardbmp.h"
+#include "attachments/dib.h"
+#include "support/testenv.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QImage>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QtTest>
+
+namespace {
+
+QByteArray bytes(const std::vector<unsigned char> &v)
+{
+    return QByteArray(reinterpret_cast<const char *>(v.data()), int(v.size()));
+}
+
+std::vector<unsigned char> bmpFor(const QByteArray &block)
+{
+    return dib::bmp_file_from_clipboard_block(reinterpret_cast<const unsigned char *>(block.constData()),
+                                              std::size_t(block.size()));
+}
+
+// 2 x 2, 32 bits, BI_BITFIELDS, image size 16, masks behind the header.
+const QByteArray kBitfieldsBlock = QByteArray::fromHex(
+    "28000000" "02000000" "02000000" "0100" "2000" "03000000" "10000000" "00000000" "00000000" "00000000" "00000000"
+    "0000ff00" "00ff0000" "ff000000"
+    "102030ff" "405060ff" "708090ff" "a0b0c0ff");
+
+// 3 x 2, 8 bits, BI_RGB, image size 8, a table of 256 colours of which four are used.
+QByteArray paletteBlock()
+{
+    QByteArray block = QByteArray::fromHex("28000000" "03000000" "02000000" "0100" "0800" "00000000" "08000000"
+                                           "00000000" "00000000" "00000000" "00000000");
+    block += QByteArray::fromHex("00000000" "ff000000" "00ff0000" "0000ff00");
+    block += QByteArray(252 * 4, '\0');
+    block += QByteArray::fromHex("00010200" "03020100");
+    return block;
+}
+
+// 2 x 1, 32 bits, BI_RGB, image size 0 (allowed for BI_RGB, so some programs write it).
+const QByteArray kZeroSizeBlock = QByteArray::fromHex(
+    "28000000" "02000000" "01000000" "0100" "2000" "00000000" "00000000" "00000000" "00000000" "00000000" "00000000"
+    "112233ff" "445566ff");
+
+// 3 x 2, 24 bits, BI_RGB, rows padded from 9 to 12 bytes, bottom row first.
+const QByteArray kRgb24Block = QByteArray::fromHex(
+    "28000000" "03000000" "02000000" "0100" "1800" "00000000" "18000000" "00000000" "00000000" "00000000" "00000000"
+    "0000ff" "00ff00" "ff0000" "000000"
+    "ffffff" "808080" "102030" "000000");
+
+const QByteArray kFileHeaderPrefix = QByteArray::fromHex("424d"); // "BM"
+
+} // namespace
+
+class TestClipboardDib : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void bitfieldsMasksBecomePixelBytes()
+    {
+        QCOMPARE(kBitfieldsBlock.size(), 68);
+        const QByteArray file = bytes(bmpFor(kBitfieldsBlock));
+        const QByteArray expected = QByteArray::fromHex(
+            // file header: type, size 16 + 54, reserved, pixel offset 54
+            "424d" "46000000" "00000000" "36000000"
+            // the clipboard's 40 header bytes as they were
+            "28000000" "02000000" "02000000" "0100" "2000" "03000000" "10000000" "00000000" "00000000" "00000000"
+            "00000000"
+            // 16 pixel bytes from byte 40: the three masks, then the first pixel
+            "0000ff00" "00ff0000" "ff000000" "102030ff");
+        QCOMPARE(file.toHex(), expected.toHex());
+    }
+
+    void paletteBecomesThePixelBytes()
+    {
+        const QByteArray block = paletteBlock();
+        QCOMPARE(block.size(), 40 + 1024 + 8);
+        const QByteArray file = bytes(bmpFor(block));
+        const QByteArray expected = QByteArray::fromHex(
+            "424d" "3e000000" "00000000" "36000000"
+            "28000000" "03000000" "02000000" "0100" "0800" "00000000" "08000000" "00000000" "00000000" "00000000"
+            "00000000"
+            // the first two colour-table entries, not the pixel indices
+            "00000000" "ff000000");
+        QCOMPARE(file.toHex(), expected.toHex());
+    }
+
+    void zeroImageSizeGivesHeadersOnly()
+    {
+        const QByteArray file = bytes(bmpFor(kZeroSizeBlock));
+        const QByteArray expected = QByteArray::fromHex(
+            "424d" "36000000" "00000000" "36000000"
+            "28000000" "02000000" "01000000" "0100" "2000" "00000000" "00000000" "00000000" "00000000" "00000000"
+            "00000000");
+        QCOMPARE(file.toHex(), expected.toHex());
+        QImage image;
+        QVERIFY(!image.loadFromData(file)); // no picture from it
+    }
+
+    void largerHeaderKeepsItsSizeField()
+    {
+        // A version-5 header (124 bytes): its size field stays, and its last 84 bytes
+        // are taken as pixel bytes.
+        QByteArray block = QByteArray::fromHex("7c000000" "01000000" "01000000" "0100" "2000" "03000000" "04000000"
+                                               "00000000" "00000000" "00000000" "00000000");
+        for (int i = 0; i < 84; ++i)
+            block += char(0x80 + i);
+        block += QByteArray::fromHex("0a0b0c0d");
+        const QByteArray file = bytes(bmpFor(block));
+        QCOMPARE(file.size(), 58);
+        QCOMPARE(file.left(2), kFileHeaderPrefix);
+        QCOMPARE(file.mid(2, 4).toHex(), QByteArray("3a000000"));
+        QCOMPARE(file.mid(14, 4).toHex(), QByteArray("7c000000"));
+        QCOMPARE(file.mid(54).toHex(), QByteArray("80818283"));
+    }
+
+    void shortBlocks()
+    {
+        QVERIFY(bmpFor(QByteArray(39, '\x28')).empty());
+        QVERIFY(bmpFor(QByteArray()).empty());
+        // Fewer pixel bytes than the image size says: the rest is written as zeros.
+        QByteArray block = kBitfieldsBlock.left(44);
+        const QByteArray file = bytes(bmpFor(block));
+        QCOMPARE(file.size(), 54 + 16);
+        QCOMPARE(file.mid(54).toHex(), QByteArray("0000ff00000000000000000000000000"));
+    }
+
+    void headerRoundTrip()
+    {
+        const QByteArray raw = kBitfieldsBlock.left(40);
+        dib::InfoHeader header;
+        QVERIFY(dib::read_info_header(reinterpret_cast<const unsigned char *>(raw.constData()), 40, header));
+        QCOMPARE(header.size, 40u);
+        QCOMPARE(header.width, 2);
+        QCOMPARE(header.height, 2);
+        QCOMPARE(header.planes, quint16(1));
+        QCOMPARE(header.bitCount, quint16(32));
+        QCOMPARE(header.compression, 3u);
+        QCOMPARE(header.sizeImage, 16u);
+        QVERIFY(!dib::read_info_header(reinterpret_cast<const unsigned char *>(raw.constData()), 39, header));
+        header.xPelsPerMeter = -2;
+        header.clrImportant = 0x01020304;
+        QByteArray written(40, '\xee');
+        dib::write_info_header(header, reinterpret_cast<unsigned char *>(written.data()));
+        QCOMPARE(written.toHex(), (raw.left(24) + QByteArray::fromHex("feffffff" "00000000" "00000000" "04030201")).toHex());
+    }
+
+    // The detour through a temporary file that the Windows paste takes.
+
+    void temporaryBmpName()
+    {
+        QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
+        const QString first = temporary_bmp_path(QDir(folder.path()));
+        const QString second = temporary_bmp_path(QDir(folder.path()));
+        const QString prefix = QRegularExpression::escape(QDir::toNativeSeparators(folder.path() + "/"));
+        const QRegularExpression form("^" + prefix + "\\{[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}\\}\\.bmp$");
+        QVERIFY2(form.match(first).hasMatch(), qPrintable(first));
+        QVERIFY(form.match(second).hasMatch());
+        QVERIFY(first != second);
+    }
+
+    void detourLoadsThePictureAndRemovesTheFile()
+    {
+        QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
+        QImage image;
+        QVERIFY(load_bmp_through_file(bmpFor(kRgb24Block), QDir(folder.path()), image));
+        QCOMPARE(image.size(), QSize(3, 2));
+        QCOMPARE(image.pixel(0, 1), qRgb(0xff, 0x00, 0x00));
+        QCOMPARE(image.pixel(1, 1), qRgb(0x00, 0xff, 0x00));
+        QCOMPARE(image.pixel(2, 1), qRgb(0x00, 0x00, 0xff));
+        QCOMPARE(image.pixel(0, 0), qRgb(0xff, 0xff, 0xff));
+        QCOMPARE(image.pixel(1, 0), qRgb(0x80, 0x80, 0x80));
+        QCOMPARE(image.pixel(2, 0), qRgb(0x30, 0x20, 0x10));
+        QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void detourFailedLoadRemovesTheFile()
+    {
+        QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
+        QImage image;
+        QVERIFY(!load_bmp_through_file(bmpFor(kZeroSizeBlock), QDir(folder.path()), image));
+        QVERIFY(image.isNull());
+        QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
+    }
+
+    void detourIntoAMissingFolderFails()
+    {
+        QImage image;
+        const QDir missing(TestEnvironment::instance().temp() + "/no such folder");
+        QVERIFY(!load_bmp_through_file(bmpFor(kRgb24Block), missing, image));
+        QVERIFY(image.isNull());
+        QVERIFY(!missing.exists());
+    }
+
+    // The writer's arithmetic.
+
+    void writerFormatByDepth_data()
+    {
+        QTest::addColumn<uint>("bitsPerPixel");
+        QTest::addColumn<int>("bitCount");
+        QTest::addColumn<uint>("tableSize");
+        QTest::newRow("0") << 0u << 1 << 8u;
+        QTest::newRow("1") << 1u << 1 << 8u;
+        QTest::newRow("2") << 2u << 4 << 64u;
+        QTest::newRow("4") << 4u << 4 << 64u;
+        QTest::newRow("5") << 5u << 8 << 1024u;
+        QTest::newRow("8") << 8u << 8 << 1024u;
+        QTest::newRow("9") << 9u << 24 << 0u;
+        QTest::newRow("16") << 16u << 24 << 0u;
+        QTest::newRow("24") << 24u << 24 << 0u;
+        QTest::newRow("32") << 32u << 24 << 0u;
+    }
+    void writerFormatByDepth()
+    {
+        QFETCH(uint, bitsPerPixel);
+        QFETCH(int, bitCount);
+        QFETCH(uint, tableSize);
+        const dib::DibFormat format = dib::dib_format_for(bitsPerPixel);
+        QCOMPARE(int(format.bitCount), bitCount);
+        QCOMPARE(format.colourTableSize, tableSize);
+    }
+
+    void imageSizeRoundsRowsTo32Bits_data()
+    {
+        QTest::addColumn<int>("bitCount");
+        QTest::addColumn<int>("width");
+        QTest::addColumn<int>("height");
+        QTest::addColumn<uint>("size");
+        QTest::newRow("24 bits, 7 x 5") << 24 << 7 << 5 << 120u; // 21 bytes a row, padded to 24
+        QTest::newRow("24 bits, 8 x 2") << 24 << 8 << 2 << 48u;
+        QTest::newRow("1 bit, 10 x 3") << 1 << 10 << 3 << 12u;
+        QTest::newRow("1 bit, 33 x 1") << 1 << 33 << 1 << 8u;
+        QTest::newRow("4 bits, 9 x 2") << 4 << 9 << 2 << 16u;
+        QTest::newRow("8 bits, 3 x 2") << 8 << 3 << 2 << 8u;
+        QTest::newRow("24 bits, 1920 x 1080") << 24 << 1920 << 1080 << 6220800u;
+    }
+    void imageSizeRoundsRowsTo32Bits()
+    {
+        QFETCH(int, bitCount);
+        QFETCH(int, width);
+        QFETCH(int, height);
+        QFETCH(uint, size);
+        QCOMPARE(dib::dib_image_size(quint16(bitCount), width, height), size);
+    }
+
+    void writerHeader()
+    {
+        const dib::InfoHeader header = dib::info_header_for_bitmap(640, 480, 32);
+        QByteArray written(40, '\xee');
+        dib::write_info_header(header, reinterpret_cast<unsigned char *>(written.data()));
+        QCOMPARE(written.toHex(), QByteArray::fromHex("28000000" "80020000" "e0010000" "0100" "1800" "00000000"
+                                                      "00000000" "00000000" "00000000" "00000000" "00000000")
+                                      .toHex());
+    }
+};
+
+FB_TEST_MAIN(TestClipboardDib)
+#include "tst_clipboarddib.moc"
