@@ -23,7 +23,7 @@ cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DFB_SANITIZE=ON -DFB_BUILD_BE
 cmake --build build-asan -j"$jobs"
 
 lane "tests under ASan + UBSan"
-(cd build-asan && ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:strict_string_checks=1 \
+(cd build-asan && ASAN_OPTIONS=detect_leaks=1:abort_on_error=0:strict_string_checks=1:suppressions="$root/tools/asan.supp" \
     UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest -j"$jobs" --timeout 900)
 
 for script in tools/lanes/*.sh; do
