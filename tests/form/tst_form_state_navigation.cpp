@@ -166,6 +166,7 @@ private slots:
         QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
         QCOMPARE(MainWindowProbe::reportKind(window), qint32(BugReport));
         QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(Aborted));
+        QCOMPARE(f.cancel->text(), QString("Abort")); // only the compose screen writes "Cancel"
         QVERIFY(f.bug->isVisible());
         QVERIFY(!f.tabs->isVisible());
         QVERIFY(!f.progress->isVisible());
