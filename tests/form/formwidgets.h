@@ -41,6 +41,12 @@ struct FormWidgets
             qFatal("no slot %s", slot);
     }
     void recompute() const { call("slot_set_control_states"); }
+    // Puts the window on a screen and recomputes it, for the screens an upload leads to.
+    void enterScreen(qint32 formState) const
+    {
+        MainWindowProbe::setFormState(window, formState);
+        recompute();
+    }
     // What the e-mail timer's timeout does, without waiting two seconds.
     void emailTimerFires() const { call("slot_validate_email_domain"); }
 

@@ -127,8 +127,7 @@ private slots:
         QTest::mouseClick(f.bug, Qt::LeftButton);
         QCOMPARE(f.send->text(), QString("Send..."));
 
-        MainWindowProbe::setFormState(window, Sending);
-        f.recompute();
+        f.enterScreen(Sending);
         QVERIFY(f.progress->isVisible());
         QCOMPARE(f.cancel->text(), QString("Abort"));
         QVERIFY(f.startOver->isVisible());
@@ -153,11 +152,9 @@ private slots:
         FormWidgets f(window);
         fillReport(f, 0);
         QTest::mouseClick(f.feature, Qt::LeftButton);
-        MainWindowProbe::setFormState(window, Sending);
-        f.recompute();
+        f.enterScreen(Sending);
 
-        MainWindowProbe::setFormState(window, Composing);
-        f.recompute();
+        f.enterScreen(Composing);
         QVERIFY(f.progress->isVisible());
         QVERIFY(f.startOver->isVisible());
         QVERIFY(!f.startOver->isEnabled());
@@ -165,8 +162,7 @@ private slots:
         QVERIFY(f.tabs->isEnabled());
         QVERIFY(f.send->isEnabled());
 
-        MainWindowProbe::setFormState(window, Sending);
-        f.recompute();
+        f.enterScreen(Sending);
         QTest::mouseClick(f.cancel, Qt::LeftButton); // "Abort"
         QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
         QVERIFY(!f.progress->isVisible());
@@ -187,8 +183,7 @@ private slots:
         const QString nameStyle = f.name->styleSheet();
         f.name->setText(QStringLiteral("Ann"));
         f.tabs->setEnabled(false);
-        MainWindowProbe::setFormState(window, 3);
-        f.recompute();
+        f.enterScreen(3);
         QCOMPARE(f.send->text(), caption);
         QCOMPARE(f.send->toolTip(), toolTip);
         QCOMPARE(f.name->styleSheet(), nameStyle);

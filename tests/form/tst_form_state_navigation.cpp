@@ -156,8 +156,7 @@ private slots:
         QTest::mouseClick(f.bug, Qt::LeftButton);
         fillReport(f, 0);
         f.tabs->setCurrentIndex(3);
-        MainWindowProbe::setFormState(window, Sending);
-        f.recompute();
+        f.enterScreen(Sending);
         QCOMPARE(f.cancel->text(), QString("Abort"));
 
         ModalAnswerer answerer;
