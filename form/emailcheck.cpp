@@ -9,44 +9,38 @@ enum class EmailDisplay { Empty, Validating, Valid, BadlyFormed, DomainNotFound 
 
 void showEmailState(Ui::MainWindow *ui, EmailDisplay state)
 {
-    const QString flaggedBackground = QStringLiteral("background-color: rgb(255, 245, 245);");
-    const QString redText = QStringLiteral("color: rgb(255, 0, 0);");
-    const QPixmap flag = QPixmap(QStringLiteral(":/images/Flagged.png"))
-                             .scaled(16, 16, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-
+    QString fieldStyle;
+    QString message;
+    bool flagged = false;
     switch (state) {
     case EmailDisplay::Empty:
-        ui->line_Email->setStyleSheet(QString());
-        ui->label_Invalid_Email_Icon->setPixmap(QPixmap());
-        ui->label_Invalid_Email->setText(QString());
-        ui->label_Invalid_Email->setStyleSheet(QString());
         break;
     case EmailDisplay::Validating:
-        ui->line_Email->setStyleSheet(QString());
-        ui->label_Invalid_Email_Icon->setPixmap(QPixmap());
-        ui->label_Invalid_Email->setText(MainWindow::tr("(validating email...standby...)"));
-        ui->label_Invalid_Email->setStyleSheet(QString());
+        message = MainWindow::tr("(validating email...standby...)");
         break;
     case EmailDisplay::Valid:
-        ui->line_Email->setStyleSheet(QStringLiteral("background-color: rgb(245, 255, 245);"));
-        ui->label_Invalid_Email_Icon->setPixmap(QPixmap());
-        ui->label_Invalid_Email->setText(QString());
-        ui->label_Invalid_Email->setStyleSheet(QString());
+        fieldStyle = QStringLiteral("background-color: rgb(245, 255, 245);");
         break;
     case EmailDisplay::BadlyFormed:
-        ui->line_Email->setStyleSheet(flaggedBackground);
-        ui->label_Invalid_Email_Icon->setPixmap(flag);
-        ui->label_Invalid_Email->setText(MainWindow::tr("Your email address is incorrectly formatted."));
-        ui->label_Invalid_Email->setStyleSheet(redText);
+        fieldStyle = QStringLiteral("background-color: rgb(255, 245, 245);");
+        message = MainWindow::tr("Your email address is incorrectly formatted.");
+        flagged = true;
         break;
     case EmailDisplay::DomainNotFound:
-        ui->line_Email->setStyleSheet(flaggedBackground);
-        ui->label_Invalid_Email_Icon->setPixmap(flag);
-        ui->label_Invalid_Email->setText(MainWindow::tr(
-            "Your email address could not be validated.  Please verify that the domain was entered correctly."));
-        ui->label_Invalid_Email->setStyleSheet(redText);
+        fieldStyle = QStringLiteral("background-color: rgb(255, 245, 245);");
+        message = MainWindow::tr(
+            "Your email address could not be validated.  Please verify that the domain was entered correctly.");
+        flagged = true;
         break;
     }
+
+    ui->line_Email->setStyleSheet(fieldStyle);
+    ui->label_Invalid_Email_Icon->setPixmap(
+        flagged ? QPixmap(QStringLiteral(":/images/Flagged.png"))
+                      .scaled(16, 16, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                : QPixmap());
+    ui->label_Invalid_Email->setText(message);
+    ui->label_Invalid_Email->setStyleSheet(flagged ? QStringLiteral("color: rgb(255, 0, 0);") : QString());
 }
 
 } // namespace

@@ -11,14 +11,22 @@ namespace {
 
 const char kMissingFieldStyle[] = "border: 1px solid rgb(200, 150, 150)";
 
+// Setting a non-empty style sheet again, even the same one, makes Qt re-polish the
+// widget: hundreds of microseconds for each flagged field on every keystroke.
+void setFieldStyle(QWidget *field, const QString &style)
+{
+    if (field->styleSheet() != style)
+        field->setStyleSheet(style);
+}
+
 // Flags a field that keeps the report incomplete and counts it; clears it otherwise.
 void markField(QWidget *field, bool missing, int &done)
 {
     if (missing) {
-        field->setStyleSheet(QLatin1String(kMissingFieldStyle));
+        setFieldStyle(field, QLatin1String(kMissingFieldStyle));
         --done;
     } else {
-        field->setStyleSheet(QString());
+        setFieldStyle(field, QString());
     }
 }
 
@@ -73,8 +81,8 @@ void MainWindow::slot_set_control_states()
         int done = total;
 
         if (identity) {
-            ui->line_Name->setStyleSheet(QString());
-            ui->line_Email->setStyleSheet(QString());
+            setFieldStyle(ui->line_Name, QString());
+            setFieldStyle(ui->line_Email, QString());
         } else {
             // A missing name alone is flagged and counted but sets no tool tip.
             markField(ui->line_Name, !nameFilled, done);
@@ -84,8 +92,8 @@ void MainWindow::slot_set_control_states()
         }
 
         if (details) {
-            ui->list_Area->setStyleSheet(QString());
-            ui->line_Build->setStyleSheet(QString());
+            setFieldStyle(ui->list_Area, QString());
+            setFieldStyle(ui->line_Build, QString());
         } else {
             markField(ui->list_Area, !areaChosen, done);
             markField(ui->line_Build, !buildFilled, done);
@@ -93,8 +101,8 @@ void MainWindow::slot_set_control_states()
         }
 
         if (description) {
-            ui->combo_Title->setStyleSheet(QString());
-            ui->edit_Description->setStyleSheet(QString());
+            setFieldStyle(ui->combo_Title, QString());
+            setFieldStyle(ui->edit_Description, QString());
         } else {
             markField(ui->combo_Title, !titleFilled, done);
             markField(ui->edit_Description, !descriptionFilled, done);

@@ -8,6 +8,8 @@
 #include "sysinfo/gathersysinfo.h"
 #include "sysinfo/sysinfotooltip.h"
 
+#include <QComboBox>
+#include <QCompleter>
 #include <QFile>
 #include <QFileInfo>
 #include <QKeyEvent>
@@ -155,6 +157,11 @@ void MainWindow::connectForm()
     connect(ui->combo_Title->lineEdit(), SIGNAL(editingFinished()), this, SLOT(slot_update_title_list()));
     connect(ui->combo_Title, SIGNAL(currentIndexChanged(int)), this, SLOT(slot_set_title_text(int)));
     ui->combo_Title->lineEdit()->setMaxLength(70);
+    // The title history is kept by slot_update_title_list alone, newest first and compared
+    // with exact case. Left to itself the combo would append a title on Return and swap a
+    // typed title for an entry that differs only in letter case.
+    ui->combo_Title->setInsertPolicy(QComboBox::NoInsert);
+    ui->combo_Title->completer()->setCaseSensitivity(Qt::CaseSensitive);
     connect(ui->edit_Description, SIGNAL(textChanged()), this, SLOT(slot_set_control_states()));
     connect(ui->list_Area, SIGNAL(itemSelectionChanged()), this, SLOT(slot_set_control_states()));
     connect(ui->line_Build, SIGNAL(textEdited(const QString &)), this, SLOT(slot_set_control_states()));

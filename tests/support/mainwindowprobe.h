@@ -28,6 +28,10 @@ struct MainWindowProbe
     static bool lockArea(const MainWindow &w) { return w.lockArea; }
     static bool instanceGuardListening(const MainWindow &w) { return w.instanceServer.isListening(); }
 
+    // The one write: puts the window in a screen state that no widget leads to yet
+    // (Sending needs an upload), so that the screen rules can be checked on their own.
+    static void setFormState(MainWindow &w, qint32 state) { w.formState = state; }
+
     template <typename T>
     static T *widget(const MainWindow &w, const char *objectName)
     {
