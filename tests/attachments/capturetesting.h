@@ -7,6 +7,7 @@
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QProcess>
 #include <QWidget>
 
 namespace CaptureTesting {
@@ -96,6 +97,18 @@ inline bool key(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::
     QKeyEvent event(QEvent::KeyPress, key, modifiers);
     QApplication::sendEvent(widget, &event);
     return event.isAccepted();
+}
+
+// Plays real pointer and keyboard input through the X server; true when it ran.
+inline bool xdotool(const QStringList &arguments)
+{
+    return QProcess::execute(QStringLiteral("xdotool"), arguments) == 0;
+}
+
+// Paints the test pattern on the whole X root window (all screens of the display).
+inline bool paintRootPattern()
+{
+    return QProcess::execute(QStringLiteral(FB_ROOT_PATTERN_EXE), QStringList()) == 0;
 }
 
 } // namespace CaptureTesting
