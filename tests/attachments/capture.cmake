@@ -11,7 +11,19 @@ set(FB_CAPTURE_X_DEFS FB_ROOT_PATTERN_EXE="$<TARGET_FILE:capture_root_pattern>")
 fb_add_test(attachments capturegeometry)
 fb_add_test(attachments screenshot XVFB)
 fb_add_test(attachments screenshotflow WINDOW XVFB TIMEOUT 300)
-foreach(target tst_screenshot tst_screenshotflow)
+# Scaled displays: the same test at two scale factors.
+fb_add_test(attachments capture_hidpi XVFB ENV QT_SCALE_FACTOR=2)
+add_test(NAME attachments/capture_hidpi_1.5 COMMAND ${FB_XVFB_RUNNER} $<TARGET_FILE:tst_capture_hidpi>)
+get_test_property(attachments/capture_hidpi ENVIRONMENT FB_HIDPI_ENV)
+list(TRANSFORM FB_HIDPI_ENV REPLACE "^QT_SCALE_FACTOR=2$" "QT_SCALE_FACTOR=1.5")
+set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
+    PASS_REGULAR_EXPRESSION "Totals: [0-9]+ passed, 0 failed"
+    FAIL_REGULAR_EXPRESSION "Totals: [0-9]+ passed, [1-9][0-9]* failed"
+    TIMEOUT 300
+    LABELS attachments
+    ENVIRONMENT "${FB_HIDPI_ENV}")
+
+foreach(target tst_screenshot tst_screenshotflow tst_capture_hidpi)
   target_compile_definitions(${target} PRIVATE ${FB_CAPTURE_X_DEFS})
   add_dependencies(${target} capture_root_pattern)
 endforeach()
