@@ -23,7 +23,21 @@ set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
     LABELS attachments
     ENVIRONMENT "${FB_HIDPI_ENV}")
 
-foreach(target tst_screenshot tst_screenshotflow tst_capture_hidpi)
+# Two monitors: a nested Xephyr server with two Xinerama screens inside the Xvfb.
+add_executable(tst_capture_dualscreen attachments/tst_capture_dualscreen.cpp)
+target_link_libraries(tst_capture_dualscreen PRIVATE fbtestsupport)
+add_test(NAME attachments/capture_dualscreen
+         COMMAND ${FB_XVFB_RUNNER} ${CMAKE_CURRENT_SOURCE_DIR}/attachments/run-under-xephyr.sh
+                 $<TARGET_FILE:tst_capture_dualscreen>)
+set_tests_properties(attachments/capture_dualscreen PROPERTIES
+    PASS_REGULAR_EXPRESSION "Totals: [0-9]+ passed, 0 failed"
+    FAIL_REGULAR_EXPRESSION "Totals: [0-9]+ passed, [1-9][0-9]* failed"
+    TIMEOUT 300
+    LABELS attachments
+    RESOURCE_LOCK instance_guard_port
+    ENVIRONMENT "QT_QPA_PLATFORM=xcb;QT_XCB_GL_INTEGRATION=none;LSAN_OPTIONS=suppressions=${FB_LSAN_SUPPRESSIONS}:print_suppressions=0")
+
+foreach(target tst_screenshot tst_screenshotflow tst_capture_hidpi tst_capture_dualscreen)
   target_compile_definitions(${target} PRIVATE ${FB_CAPTURE_X_DEFS})
   add_dependencies(${target} capture_root_pattern)
 endforeach()
