@@ -57,52 +57,48 @@ private slots:
 
     void cleanup() { window.reset(); }
 
-    void pointerOnTheSecondScreenGrabsIt()
+    void screenUnderThePointerIsGrabbed_data()
     {
+        QTest::addColumn<QPoint>("pointer");
+        QTest::addColumn<int>("screen");
+        QTest::addColumn<QRect>("selection"); // global; dragged from top-left to bottom-right + (1, 1)
+        QTest::addColumn<QString>("name");
+        QTest::newRow("second screen, window on the first") << QPoint(1200, 300) << 1 << QRect(900, 100, 200, 150)
+                                                            << "second screen";
+        QTest::newRow("first screen") << QPoint(700, 500) << 0 << QRect(700, 500, 60, 60) << "first screen";
+    }
+
+    void screenUnderThePointerIsGrabbed()
+    {
+        QFETCH(QPoint, pointer);
+        QFETCH(int, screen);
+        QFETCH(QRect, selection);
+        QFETCH(QString, name);
         showWindowOnTheLeft();
-        QVERIFY(xdotool({"mousemove", "1200", "300"}));
+        QVERIFY(xdotool({"mousemove", QString::number(pointer.x()), QString::number(pointer.y())}));
         ModalAnswerer answerer;
-        answerer.enterText("second screen");
-        OverlayWatcher watcher([](ScreenShot *) {
-            xdotool({"mousemove", "900", "100", "mousedown", "1", "mousemove", "1000", "200", "mousemove", "1100",
-                     "250", "mouseup", "1"});
+        answerer.enterText(name);
+        const QPoint from = selection.topLeft();
+        const QPoint to = selection.bottomRight() + QPoint(1, 1);
+        OverlayWatcher watcher([from, to](ScreenShot *) {
+            xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1", "mousemove",
+                     QString::number(to.x()), QString::number(to.y()), "mouseup", "1"});
         });
         takeScreenShot();
         QVERIFY(watcher.fired());
         QVERIFY(!watcher.rescued);
-        QCOMPARE(watcher.screen, QGuiApplication::screens().at(1));
-        QCOMPARE(watcher.geometry, kRight);
-        QCOMPARE(watcher.origin, kRight.topLeft());
+        const QRect covered = screen == 0 ? kLeft : kRight;
+        QCOMPARE(watcher.screen, QGuiApplication::screens().at(screen));
+        QCOMPARE(watcher.geometry, covered);
+        QCOMPARE(watcher.origin, covered.topLeft());
         QVERIFY(watcher.fullScreen);
-        QCOMPARE(patternMismatch(watcher.background.toImage(), kRight), QString());
+        QCOMPARE(patternMismatch(watcher.background.toImage(), covered), QString());
 
         QTreeWidget *tree = MainWindowProbe::widget<QTreeWidget>(*window, "tree_Attachments");
         QCOMPARE(tree->topLevelItemCount(), 1);
         const QString saved = tree->topLevelItem(0)->data(1, Qt::UserRole).toString();
-        QVERIFY(saved.endsWith("/second_screen.png"));
-        QCOMPARE(patternMismatch(QImage(saved), QRect(900, 100, 200, 150)), QString());
-    }
-
-    void pointerOnTheFirstScreenGrabsIt()
-    {
-        showWindowOnTheLeft();
-        QVERIFY(xdotool({"mousemove", "700", "500"}));
-        ModalAnswerer answerer;
-        answerer.enterText("first screen");
-        OverlayWatcher watcher([](ScreenShot *) {
-            xdotool({"mousemove", "700", "500", "mousedown", "1", "mousemove", "760", "560", "mouseup", "1"});
-        });
-        takeScreenShot();
-        QVERIFY(watcher.fired());
-        QVERIFY(!watcher.rescued);
-        QCOMPARE(watcher.screen, QGuiApplication::screens().at(0));
-        QCOMPARE(watcher.geometry, kLeft);
-        QCOMPARE(patternMismatch(watcher.background.toImage(), kLeft), QString());
-        QTreeWidget *tree = MainWindowProbe::widget<QTreeWidget>(*window, "tree_Attachments");
-        QCOMPARE(tree->topLevelItemCount(), 1);
-        QCOMPARE(patternMismatch(QImage(tree->topLevelItem(0)->data(1, Qt::UserRole).toString()),
-                                 QRect(700, 500, 60, 60)),
-                 QString());
+        QVERIFY(saved.endsWith("/" + QString(name).replace(' ', '_') + ".png"));
+        QCOMPARE(patternMismatch(QImage(saved), selection), QString());
     }
 };
 
