@@ -1,0 +1,43 @@
+# Screen-shot flow and region capture overlay.
+find_package(X11 REQUIRED)
+
+# Paints a pattern on the X root window in which every pixel tells its position, so
+# that grabbed pictures can be compared pixel by pixel.
+add_executable(capture_root_pattern attachments/root_pattern.c)
+target_link_libraries(capture_root_pattern PRIVATE X11::X11)
+
+set(FB_CAPTURE_X_DEFS FB_ROOT_PATTERN_EXE="$<TARGET_FILE:capture_root_pattern>")
+
+fb_add_test(attachments capturegeometry)
+fb_add_test(attachments screenshot XVFB)
+fb_add_test(attachments screenshotflow WINDOW XVFB TIMEOUT 300)
+# Scaled displays: the same test at two scale factors.
+fb_add_test(attachments capture_hidpi XVFB ENV QT_SCALE_FACTOR=2)
+add_test(NAME attachments/capture_hidpi_1.5 COMMAND ${FB_XVFB_RUNNER} $<TARGET_FILE:tst_capture_hidpi>)
+get_test_property(attachments/capture_hidpi ENVIRONMENT FB_HIDPI_ENV)
+list(TRANSFORM FB_HIDPI_ENV REPLACE "^QT_SCALE_FACTOR=2$" "QT_SCALE_FACTOR=1.5")
+set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
+    PASS_REGULAR_EXPRESSION "Totals: [0-9]+ passed, 0 failed"
+    FAIL_REGULAR_EXPRESSION "Totals: [0-9]+ passed, [1-9][0-9]* failed"
+    TIMEOUT 300
+    LABELS attachments
+    ENVIRONMENT "${FB_HIDPI_ENV}")
+
+# Two monitors: a nested Xephyr server with two Xinerama screens inside the Xvfb.
+add_executable(tst_capture_dualscreen attachments/tst_capture_dualscreen.cpp)
+target_link_libraries(tst_capture_dualscreen PRIVATE fbtestsupport)
+add_test(NAME attachments/capture_dualscreen
+         COMMAND ${FB_XVFB_RUNNER} ${CMAKE_CURRENT_SOURCE_DIR}/attachments/run-under-xephyr.sh
+                 $<TARGET_FILE:tst_capture_dualscreen>)
+set_tests_properties(attachments/capture_dualscreen PROPERTIES
+    PASS_REGULAR_EXPRESSION "Totals: [0-9]+ passed, 0 failed"
+    FAIL_REGULAR_EXPRESSION "Totals: [0-9]+ passed, [1-9][0-9]* failed"
+    TIMEOUT 300
+    LABELS attachments
+    RESOURCE_LOCK instance_guard_port
+    ENVIRONMENT "QT_QPA_PLATFORM=xcb;QT_XCB_GL_INTEGRATION=none;LSAN_OPTIONS=suppressions=${FB_LSAN_SUPPRESSIONS}:print_suppressions=0")
+
+foreach(target tst_screenshot tst_screenshotflow tst_capture_hidpi tst_capture_dualscreen)
+  target_compile_definitions(${target} PRIVATE ${FB_CAPTURE_X_DEFS})
+  add_dependencies(${target} capture_root_pattern)
+endforeach()

@@ -1,0 +1,114 @@
+#pragma once
+
+// Helpers shared by the capture tests: a picture whose every pixel tells where it
+// was, and mouse and key events delivered straight to the overlay.
+
+#include <QApplication>
+#include <QImage>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QProcess>
+#include <QWidget>
+
+namespace CaptureTesting {
+
+// The colour of screen pixel (x, y) in the test pattern: unique for x and y below 4096.
+inline QRgb patternPixel(int x, int y)
+{
+    return qRgb(x & 0xff, y & 0xff, ((x >> 8) & 0xf) << 4 | ((y >> 8) & 0xf));
+}
+
+// The pattern as it appears on the part `area` of the screen.
+inline QImage patternImage(const QRect &area)
+{
+    QImage image(area.size(), QImage::Format_RGB32);
+    for (int y = 0; y < area.height(); ++y) {
+        QRgb *line = reinterpret_cast<QRgb *>(image.scanLine(y));
+        for (int x = 0; x < area.width(); ++x)
+            line[x] = patternPixel(area.x() + x, area.y() + y);
+    }
+    return image;
+}
+
+// Where a picture differs from the pattern of the area it should show, or an empty
+// string when it shows exactly that area.
+inline QString patternMismatch(const QImage &picture, const QRect &area)
+{
+    if (picture.size() != area.size())
+        return QStringLiteral("size %1x%2, expected %3x%4")
+            .arg(picture.width())
+            .arg(picture.height())
+            .arg(area.width())
+            .arg(area.height());
+    const QImage rgb = picture.convertToFormat(QImage::Format_RGB32);
+    for (int y = 0; y < area.height(); ++y) {
+        for (int x = 0; x < area.width(); ++x) {
+            const QRgb expected = patternPixel(area.x() + x, area.y() + y);
+            if ((rgb.pixel(x, y) & 0xffffff) != (expected & 0xffffff))
+                return QStringLiteral("pixel (%1, %2) is %3, expected %4")
+                    .arg(x)
+                    .arg(y)
+                    .arg(rgb.pixel(x, y) & 0xffffff, 6, 16, QChar('0'))
+                    .arg(expected & 0xffffff, 6, 16, QChar('0'));
+        }
+    }
+    return QString();
+}
+
+inline void sendMouse(QWidget *widget, QEvent::Type type, const QPoint &pos, Qt::MouseButton button,
+                      Qt::MouseButtons buttons)
+{
+    QMouseEvent event(type, pos, widget->mapToGlobal(pos), button, buttons, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+inline void press(QWidget *widget, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton)
+{
+    sendMouse(widget, QEvent::MouseButtonPress, pos, button, button);
+}
+
+inline void release(QWidget *widget, const QPoint &pos, Qt::MouseButton button = Qt::LeftButton)
+{
+    sendMouse(widget, QEvent::MouseButtonRelease, pos, button, Qt::NoButton);
+}
+
+// A move with the left button held (drag) or with no button (hover).
+inline void drag(QWidget *widget, const QPoint &pos)
+{
+    sendMouse(widget, QEvent::MouseMove, pos, Qt::NoButton, Qt::LeftButton);
+}
+
+inline void hover(QWidget *widget, const QPoint &pos)
+{
+    sendMouse(widget, QEvent::MouseMove, pos, Qt::NoButton, Qt::NoButton);
+}
+
+// Press, drag and release with the left button.
+inline void leftDrag(QWidget *widget, const QPoint &from, const QPoint &to)
+{
+    press(widget, from);
+    drag(widget, to);
+    release(widget, to);
+}
+
+// Sends a key press; returns whether some handler accepted it.
+inline bool key(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    QKeyEvent event(QEvent::KeyPress, key, modifiers);
+    QApplication::sendEvent(widget, &event);
+    return event.isAccepted();
+}
+
+// Plays real pointer and keyboard input through the X server; true when it ran.
+inline bool xdotool(const QStringList &arguments)
+{
+    return QProcess::execute(QStringLiteral("xdotool"), arguments) == 0;
+}
+
+// Paints the test pattern on the whole X root window (all screens of the display).
+inline bool paintRootPattern()
+{
+    return QProcess::execute(QStringLiteral(FB_ROOT_PATTERN_EXE), QStringList()) == 0;
+}
+
+} // namespace CaptureTesting

@@ -1,0 +1,106 @@
+// Two monitors side by side (Xephyr with Xinerama): the screen under the pointer is
+// grabbed and the overlay covers that screen, wherever the main window is.
+#include "attachments/screenshot.h"
+#include "capturetesting.h"
+#include "form/mainwindow.h"
+#include "overlaywatcher.h"
+#include "support/mainwindowprobe.h"
+#include "support/modalanswerer.h"
+#include "support/testenv.h"
+
+#include <QApplication>
+#include <QPushButton>
+#include <QScreen>
+#include <QTreeWidget>
+#include <QtTest>
+
+using namespace CaptureTesting;
+
+namespace {
+
+const QRect kLeft(0, 0, 800, 600);
+const QRect kRight(800, 0, 800, 600);
+
+} // namespace
+
+class TestCaptureDualScreen : public QObject
+{
+    Q_OBJECT
+
+private:
+    std::unique_ptr<MainWindow> window;
+
+    void showWindowOnTheLeft()
+    {
+        window = std::make_unique<MainWindow>();
+        window->move(20, 20);
+        window->show();
+        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->screen() == QGuiApplication::screens().at(0); }));
+    }
+
+    void takeScreenShot()
+    {
+        MainWindowProbe::widget<QPushButton>(*window, "button_Screen_Shot")->click();
+        QVERIFY(QTest::qWaitFor([&] { return !MainWindowProbe::geometryPinned(*window); }, 20000));
+    }
+
+private slots:
+    void initTestCase()
+    {
+        const QList<QScreen *> screens = QGuiApplication::screens();
+        QCOMPARE(screens.size(), 2);
+        QCOMPARE(screens.at(0)->geometry(), kLeft);
+        QCOMPARE(screens.at(1)->geometry(), kRight);
+        QVERIFY(paintRootPattern());
+    }
+
+    void cleanup() { window.reset(); }
+
+    void screenUnderThePointerIsGrabbed_data()
+    {
+        QTest::addColumn<QPoint>("pointer");
+        QTest::addColumn<int>("screen");
+        QTest::addColumn<QRect>("selection"); // global; dragged from top-left to bottom-right + (1, 1)
+        QTest::addColumn<QString>("name");
+        QTest::newRow("second screen, window on the first") << QPoint(1200, 300) << 1 << QRect(900, 100, 200, 150)
+                                                            << "second screen";
+        QTest::newRow("first screen") << QPoint(700, 500) << 0 << QRect(700, 500, 60, 60) << "first screen";
+    }
+
+    void screenUnderThePointerIsGrabbed()
+    {
+        QFETCH(QPoint, pointer);
+        QFETCH(int, screen);
+        QFETCH(QRect, selection);
+        QFETCH(QString, name);
+        showWindowOnTheLeft();
+        QVERIFY(xdotool({"mousemove", QString::number(pointer.x()), QString::number(pointer.y())}));
+        ModalAnswerer answerer;
+        answerer.enterText(name);
+        const QPoint from = selection.topLeft();
+        const QPoint to = selection.bottomRight() + QPoint(1, 1);
+        OverlayWatcher watcher([from, to](ScreenShot *) {
+            xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1", "mousemove",
+                     QString::number(to.x()), QString::number(to.y()), "mouseup", "1"});
+        });
+        takeScreenShot();
+        QVERIFY(watcher.fired());
+        QVERIFY(!watcher.rescued);
+        const QRect covered = screen == 0 ? kLeft : kRight;
+        QCOMPARE(watcher.screen, QGuiApplication::screens().at(screen));
+        QCOMPARE(watcher.geometry, covered);
+        QCOMPARE(watcher.origin, covered.topLeft());
+        QVERIFY(watcher.fullScreen);
+        QCOMPARE(patternMismatch(watcher.background.toImage(), covered), QString());
+
+        QTreeWidget *tree = MainWindowProbe::widget<QTreeWidget>(*window, "tree_Attachments");
+        QCOMPARE(tree->topLevelItemCount(), 1);
+        const QString saved = tree->topLevelItem(0)->data(1, Qt::UserRole).toString();
+        QVERIFY(saved.endsWith("/" + QString(name).replace(' ', '_') + ".png"));
+        QCOMPARE(patternMismatch(QImage(saved), selection), QString());
+    }
+};
+
+FB_TEST_MAIN(TestCaptureDualScreen)
+#include "tst_capture_dualscreen.moc"
