@@ -10,3 +10,7 @@ fb_add_test(app launchparser)
 fb_add_test(app launchoptions WINDOW TIMEOUT 600)
 target_compile_definitions(tst_launchoptions PRIVATE FB_WIDGET_STATE_PLUGIN_PATH="${FB_WIDGET_STATE_PLUGIN_PATH}")
 add_dependencies(tst_launchoptions fbwidgetstate)
+
+fb_add_test(app settingsload WINDOW)
+fb_add_test(app settingssave WINDOW)
+fb_add_test(app settingsgeometry WINDOW)

@@ -28,6 +28,10 @@ struct MainWindowProbe
     static bool lockArea(const MainWindow &w) { return w.lockArea; }
     static bool instanceGuardListening(const MainWindow &w) { return w.instanceServer.isListening(); }
 
+    // The one write access: the screen-shot flow pins the window while it captures, and
+    // the geometry handlers are tested on their own with it pinned.
+    static void setGeometryPinned(MainWindow &w, bool pinned) { w.geometryPinned = pinned; }
+
     template <typename T>
     static T *widget(const MainWindow &w, const char *objectName)
     {
