@@ -301,10 +301,11 @@ private slots:
 
     void malformedFileLoadsWhatItCan()
     {
-        QVERIFY(writeBytes(newFile(), QByteArray("\xff\xfe[application\n=\n==x\nnda=true\n[application]\n"
-                                                 "window_pos=@Point(oops)\nwindow_size=@Size(1 2 3)\n"
-                                                 "title_items=@Invalid()\nremember_me=maybe\n\0\0garbage",
-                                                 150)));
+        // Embedded NUL bytes included: the length is the array's, not up to the first NUL.
+        static const char raw[] = "\xff\xfe[application\n=\n==x\nnda=true\n[application]\n"
+                                  "window_pos=@Point(oops)\nwindow_size=@Size(1 2 3)\n"
+                                  "title_items=@Invalid()\nremember_me=maybe\n\0\0garbage";
+        QVERIFY(writeBytes(newFile(), QByteArray(raw, sizeof(raw) - 1)));
         MainWindow window;
         // Whatever QSettings yields: an unreadable point is a null point, the size is
         // invalid, and every value is taken as it comes.
