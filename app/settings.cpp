@@ -145,8 +145,8 @@ void MainWindow::loadSettings()
     // What a later save writes when there is no file to read.
     savedSize = QSize(kDefaultWidth, kDefaultHeight);
     const QScreen *screen = QGuiApplication::primaryScreen();
-    const QRect available = screen ? screen->geometry() : QRect();
-    savedPos = QPoint((available.width() - kDefaultWidth) / 2, (available.height() - kDefaultHeight) / 2);
+    const QRect screenRect = screen ? screen->geometry() : QRect();
+    savedPos = QPoint((screenRect.width() - kDefaultWidth) / 2, (screenRect.height() - kDefaultHeight) / 2);
 
     ui->combo_Title->setMaxCount(kTitleHistoryLength);
 
