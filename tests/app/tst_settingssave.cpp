@@ -154,7 +154,7 @@ private slots:
         QCOMPARE(file.value("application/snapshot_delay"), QVariant(QString("")));
     }
 
-    void rawIniTextOfSpecialCharacters()
+    void rawIniTextOfQuotedAndEscapedValues()
     {
         {
             MainWindow window;
