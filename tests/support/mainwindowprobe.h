@@ -28,9 +28,10 @@ struct MainWindowProbe
     static bool lockArea(const MainWindow &w) { return w.lockArea; }
     static bool instanceGuardListening(const MainWindow &w) { return w.instanceServer.isListening(); }
 
-    // The one write: puts the window in a screen state that no widget leads to yet
-    // (Sending needs an upload), so that the screen rules can be checked on their own.
+    // The two writes: state that no widget leads to on its own in a unit test. Sending
+    // needs an upload; the screen-shot flow pins the window while it captures.
     static void setFormState(MainWindow &w, qint32 state) { w.formState = state; }
+    static void setGeometryPinned(MainWindow &w, bool pinned) { w.geometryPinned = pinned; }
 
     template <typename T>
     static T *widget(const MainWindow &w, const char *objectName)

@@ -1,0 +1,66 @@
+#pragma once
+
+// Shared by the settings tests: where the program keeps its settings in the isolated
+// test environment, and plain file access that does not go through the program.
+#include "form/mainwindow.h"
+#include "support/mainwindowprobe.h"
+#include "support/testenv.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSettings>
+
+namespace settingsfiles {
+
+inline QString newFile()
+{
+    return TestEnvironment::instance().suiteFolder() + "/feedbackagent.cfg";
+}
+
+inline QString oldFile()
+{
+    return TestEnvironment::instance().home() + "/.fbagent";
+}
+
+// No settings file of either kind, no thumbnails: every test starts from scratch.
+inline void removeAll()
+{
+    QDir(TestEnvironment::instance().suiteFolder()).removeRecursively();
+    QFile::remove(oldFile());
+    QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
+}
+
+inline QByteArray bytes(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+inline bool writeBytes(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+// The "application" group written by a plain QSettings, as another program would.
+inline void writeApplicationGroup(const QString &path, const QVariantMap &values)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QSettings settings(path, QSettings::IniFormat);
+    settings.beginGroup("application");
+    for (auto it = values.cbegin(); it != values.cend(); ++it)
+        settings.setValue(it.key(), it.value());
+    settings.endGroup();
+}
+
+template <typename T>
+T *widget(const MainWindow &window, const char *objectName)
+{
+    T *found = MainWindowProbe::widget<T>(window, objectName);
+    if (!found)
+        qFatal("no widget %s", objectName);
+    return found;
+}
+
+} // namespace settingsfiles
