@@ -61,6 +61,11 @@ class TestEmailCheck : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        TestEnvironment::instance().forgetSettings();
+    }
+
     void initTestCase()
     {
         QVERIFY2(PrivateResolver::active(), qPrintable(PrivateResolver::failure()));

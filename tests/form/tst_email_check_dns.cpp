@@ -40,6 +40,11 @@ class TestEmailCheckDns : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        TestEnvironment::instance().forgetSettings();
+    }
+
     void initTestCase()
     {
         QVERIFY2(PrivateResolver::active(), qPrintable(PrivateResolver::failure()));

@@ -42,6 +42,11 @@ class TestFormState : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        TestEnvironment::instance().forgetSettings();
+    }
+
     void introScreenAtStart()
     {
         MainWindow window;

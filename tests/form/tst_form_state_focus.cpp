@@ -30,6 +30,11 @@ class TestFormStateFocus : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        TestEnvironment::instance().forgetSettings();
+    }
+
     void tabChangeMovesFocusIntoTheTab()
     {
         MainWindow window;

@@ -69,6 +69,11 @@ class TestFormStateNavigation : public QObject
     Q_OBJECT
 
 private slots:
+    void init()
+    {
+        TestEnvironment::instance().forgetSettings();
+    }
+
     void startOver_data()
     {
         QTest::addColumn<bool>("remember");

@@ -22,3 +22,9 @@ TestEnvironment &TestEnvironment::instance()
     static TestEnvironment environment;
     return environment;
 }
+
+void TestEnvironment::forgetSettings() const
+{
+    QFile::remove(suiteFolder() + "/feedbackagent.cfg");
+    QFile::remove(home() + "/.fbagent");
+}

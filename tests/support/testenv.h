@@ -20,6 +20,9 @@ public:
     // The suite settings folder the program uses in this environment.
     QString suiteFolder() const { return configHome() + "/Korvane"; }
     QString thumbnailFolder() const { return temp() + "/fb_thumbnails"; }
+    // Every window saves what it was told to remember when it closes; tests that need a
+    // window as it starts the first time call this first.
+    void forgetSettings() const;
 
 private:
     QTemporaryDir m_root;
