@@ -1,0 +1,76 @@
+#pragma once
+
+#include "form/mainwindow.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+class QWidget;
+
+// What a test types into the form before it sends.
+struct ReportForm
+{
+    ReportKind kind = BugReport;
+    QString name = QStringLiteral("Ann Lee");
+    QString email = QStringLiteral("ann@example.com");
+    int areaRow = 0; // "Animation"
+    QString build = QStringLiteral("3126");
+    bool nda = false;
+    bool includeSystemInfo = true;
+    QString title = QStringLiteral("Crash on save");
+    QString description = QStringLiteral("It crashed.");
+    QStringList files; // added as file rows, in order
+    QString destination;
+};
+
+// Chooses the kind on the intro screen and fills every field the way a user leaves
+// it. The address is set, not typed, so no DNS look-up starts.
+void fillForm(MainWindow &window, const ReportForm &form);
+
+// Everything the user entered, one "field=value" line each, to show that a send left
+// the form as it was.
+QStringList formSnapshot(const MainWindow &window);
+
+// The screen as the user sees it: which state, what is shown and enabled.
+QStringList screenSnapshot(const MainWindow &window);
+
+// Clicks Send with the mouse (the window's event filter sees the press too).
+void clickSend(MainWindow &window);
+// Clicks Cancel, which reads "Abort" while a report is being sent.
+void clickCancel(MainWindow &window);
+
+// The system-information worker hands its summary over once, by a queued call to the
+// window. Waiting for that call keeps a summary the test sets afterwards from being
+// overwritten. Construct it right after the window, before any event is processed.
+class SummaryArrival : public QObject
+{
+public:
+    explicit SummaryArrival(MainWindow &window);
+    bool wait(int timeoutMs = 15000);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool m_arrived = false;
+};
+
+// Runs the application's own event loop (QCoreApplication::exec) so that a
+// QCoreApplication::quit() from the program ends it just as it ends the real program.
+// start runs first from inside the loop. The result is 0 when the program quit,
+// kLoopDone when done() became true first, kLoopTimedOut after timeoutMs.
+constexpr int kLoopDone = 7;
+constexpr int kLoopTimedOut = 99;
+int runApplicationLoop(const std::function<void()> &start, const std::function<bool()> &done, int timeoutMs = 30000);
+
+// Writes a file (creating its folder) and returns its absolute path.
+QString writeTestFile(const QString &path, const QByteArray &content);
+
+template <typename T>
+T *child(const MainWindow &window, const char *objectName)
+{
+    return window.findChild<T *>(QString::fromLatin1(objectName));
+}
