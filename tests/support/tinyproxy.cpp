@@ -50,7 +50,13 @@ bool TinyProxy::start(quint16 port, const QString &user, const QString &password
     config.write(text);
     config.close();
 
-    m_process.start(program(), {"-d", "-c", config.fileName()});
+    // setpriv ties tinyproxy's life to this test's, so a killed test leaves no proxy behind.
+    const QString setpriv = QStandardPaths::findExecutable(QStringLiteral("setpriv"));
+    const QStringList arguments{"-d", "-c", config.fileName()};
+    if (setpriv.isEmpty())
+        m_process.start(program(), arguments);
+    else
+        m_process.start(setpriv, QStringList{"--pdeathsig", "KILL", program()} + arguments);
     if (!m_process.waitForStarted(10000))
         return false;
     return QTest::qWaitFor(

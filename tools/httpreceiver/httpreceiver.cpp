@@ -25,6 +25,7 @@
 #include <poll.h>
 #include <string>
 #include <strings.h>
+#include <sys/prctl.h>
 #include <sys/socket.h>
 #include <unistd.h>
 #include <vector>
@@ -256,6 +257,8 @@ int main(int argc, char **argv)
         return 2;
     }
     std::signal(SIGPIPE, SIG_IGN);
+    // A test that is killed must not leave its receiver behind.
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
 
     const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
     const int yes = 1;
