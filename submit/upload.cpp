@@ -8,6 +8,7 @@
 #include <QNetworkAccessManager>
 #include <QNetworkProxy>
 #include <QNetworkRequest>
+#include <QPointer>
 
 #include <limits>
 
@@ -83,6 +84,10 @@ void MainWindow::slot_send_progress(qint64 bytesSent, qint64 bytesTotal)
 
 void MainWindow::slot_send_complete()
 {
+    // The box below runs its own event loop; a deletion already scheduled by Abort may
+    // be carried out in it, and the reply must not be touched afterwards then.
+    const QPointer<QNetworkReply> finishedReply(reply);
+
     if (sendOutcome != Aborted) {
         // Only the transfer's error decides; the server's answer body is never read.
         if (!reply || reply->error() == QNetworkReply::NoError) {
@@ -96,8 +101,8 @@ void MainWindow::slot_send_complete()
         }
     }
 
-    if (reply)
-        reply->deleteLater(); // takes the body and the attachment files with it
+    if (finishedReply)
+        finishedReply->deleteLater(); // takes the body and the attachment files with it
 
     if (sendOutcome == InFlight) {
         QCoreApplication::quit(); // a delivered report ends the program; nothing is reset

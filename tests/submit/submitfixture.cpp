@@ -11,6 +11,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QNetworkProxy>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QProgressBar>
@@ -142,6 +143,60 @@ int runApplicationLoop(const std::function<void()> &start, const std::function<b
         limit.start(timeoutMs);
     });
     return QCoreApplication::exec();
+}
+
+SendRun sendExpectingQuit(MainWindow &window)
+{
+    ModalAnswerer answerer;
+    answerer.clickButton("OK");
+    SendRun run;
+    run.loopResult = runApplicationLoop([&] { clickSend(window); }, [] { return false; });
+    run.boxes = answerer.seen();
+    return run;
+}
+
+SendRun sendExpectingFailure(MainWindow &window)
+{
+    ModalAnswerer answerer;
+    answerer.clickButton("OK");
+    SendRun run;
+    run.loopResult = runApplicationLoop([&] { clickSend(window); },
+                                        [&] {
+                                            return !answerer.seen().isEmpty()
+                                                && MainWindowProbe::formState(window) == Composing;
+                                        });
+    run.boxes = answerer.seen();
+    return run;
+}
+
+void verifyFailureBox(const SendRun &run, const QString &reason)
+{
+    QCOMPARE(run.boxes.size(), 1);
+    const ModalSnapshot &box = run.boxes.at(0);
+    QCOMPARE(box.className, QString("QMessageBox"));
+    QCOMPARE(box.windowTitle, QString("Submission Failed"));
+    QCOMPARE(box.text, "Your report could not be submitted at this time:\n\"" + reason + "\"");
+    QCOMPARE(box.icon, int(QMessageBox::Critical));
+    QCOMPARE(box.buttons, QStringList{"OK"});
+}
+
+void verifySuccessBox(const SendRun &run)
+{
+    QCOMPARE(run.boxes.size(), 1);
+    const ModalSnapshot &box = run.boxes.at(0);
+    QCOMPARE(box.className, QString("QMessageBox"));
+    QCOMPARE(box.windowTitle, QString("Report Submitted"));
+    QCOMPARE(box.text, QString("Your report has been successfully submitted!"));
+    QCOMPARE(box.icon, int(QMessageBox::Information));
+    QCOMPARE(box.buttons, QStringList{"OK"});
+}
+
+void clearProxyEnvironment()
+{
+    for (const char *name : {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY",
+                             "no_proxy", "NO_PROXY"})
+        qunsetenv(name);
+    QNetworkProxy::setApplicationProxy(QNetworkProxy());
 }
 
 QString writeTestFile(const QString &path, const QByteArray &content)

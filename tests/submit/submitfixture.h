@@ -1,6 +1,7 @@
 #pragma once
 
 #include "form/mainwindow.h"
+#include "support/modalanswerer.h"
 
 #include <QObject>
 #include <QString>
@@ -65,6 +66,26 @@ private:
 constexpr int kLoopDone = 7;
 constexpr int kLoopTimedOut = 99;
 int runApplicationLoop(const std::function<void()> &start, const std::function<bool()> &done, int timeoutMs = 30000);
+
+// One send run to its end inside the application's event loop, with every box it
+// showed answered "OK".
+struct SendRun
+{
+    int loopResult = -1; // 0: the program quit; kLoopDone: back on the compose screen
+    QList<ModalSnapshot> boxes;
+};
+// For a send that should succeed: the loop ends only when the program quits.
+SendRun sendExpectingQuit(MainWindow &window);
+// For a send that should fail: the loop ends when a box has been closed and the
+// window is back on the compose screen.
+SendRun sendExpectingFailure(MainWindow &window);
+// The box of a failed send, with the reason in quotes after a line break.
+void verifyFailureBox(const SendRun &run, const QString &reason);
+void verifySuccessBox(const SendRun &run);
+
+// The application proxy and the environment proxies a developer may have set would
+// change where a test's request goes; tests start from a direct connection.
+void clearProxyEnvironment();
 
 // Writes a file (creating its folder) and returns its absolute path.
 QString writeTestFile(const QString &path, const QByteArray &content);

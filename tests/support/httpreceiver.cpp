@@ -1,5 +1,6 @@
 #include "support/httpreceiver.h"
 
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QTest>
@@ -83,6 +84,16 @@ bool HttpReceiver::hasEvent(const QString &line)
 bool HttpReceiver::waitForEvent(const QString &line, int timeoutMs)
 {
     return QTest::qWaitFor([&] { return hasEvent(line); }, timeoutMs);
+}
+
+bool HttpReceiver::waitForEventBlocking(const QString &line, int timeoutMs)
+{
+    QDeadlineTimer deadline(timeoutMs);
+    while (!hasEvent(line)) {
+        if (deadline.hasExpired() || !m_process.waitForReadyRead(int(deadline.remainingTime())))
+            return hasEvent(line);
+    }
+    return true;
 }
 
 int HttpReceiver::countEvents(const QString &prefix)

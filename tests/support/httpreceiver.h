@@ -31,6 +31,8 @@ public:
     QStringList events();
     // Spins the event loop until an event line equal to line has been printed.
     bool waitForEvent(const QString &line, int timeoutMs = 15000);
+    // The same without running the event loop, for a test that holds the GUI thread.
+    bool waitForEventBlocking(const QString &line, int timeoutMs = 15000);
     bool hasEvent(const QString &line);
     // Event lines that start with prefix ("request " counts the requests begun).
     int countEvents(const QString &prefix);

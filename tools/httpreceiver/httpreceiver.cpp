@@ -8,7 +8,7 @@
 //   listening <port>
 //   request <n> head
 //   request <n> body <bytes>            the whole body has arrived (the record is complete)
-//   request <n> cut <bytes>             closed by us after that many body bytes
+//   request <n> cut <bytes>             hung up by us after that many body bytes
 //   request <n> peer-closed <bytes>     the client went away first
 //   request <n> answered <status>
 //
@@ -202,8 +202,13 @@ void serve(int fd, const Options &options, long long n, std::vector<char> &buffe
     }
     record.finish();
     if (limit < length) {
+        // Hang up without an answer, but gracefully: the client gets our FIN while it is
+        // still sending, and the rest it sends is read and dropped, so no reset races it.
+        ::shutdown(fd, SHUT_WR);
         report(n, "cut", received);
-        return; // closing with unread bytes in the socket: the client sees a reset
+        while (::recv(fd, buffer.data(), buffer.size(), 0) > 0) {
+        }
+        return;
     }
     report(n, "body", received);
 
