@@ -16,10 +16,57 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QTcpServer>
 #include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QTreeWidget>
+
+namespace {
+
+const QStringList kSendingScreen{"formState 2",
+                                 "layout_selecting_buttons_2 hidden",
+                                 "tabWidget shown disabled",
+                                 "progressBar shown",
+                                 "button_Start_Over shown disabled",
+                                 "button_Send shown disabled",
+                                 "button_Cancel Abort",
+                                 "button_Send Send..."};
+
+const QStringList kComposeAfterSendScreen{"formState 1",
+                                          "layout_selecting_buttons_2 hidden",
+                                          "tabWidget shown",
+                                          "progressBar shown",
+                                          "button_Start_Over shown disabled",
+                                          "button_Send shown",
+                                          "button_Cancel Cancel",
+                                          "button_Send Send..."};
+
+const QStringList kComposeBeforeSendScreen{"formState 1",
+                                           "layout_selecting_buttons_2 hidden",
+                                           "tabWidget shown",
+                                           "progressBar hidden",
+                                           "button_Start_Over shown",
+                                           "button_Send shown",
+                                           "button_Cancel Cancel",
+                                           "button_Send Send..."};
+
+} // namespace
+
+QStringList composeBeforeSendScreen()
+{
+    return kComposeBeforeSendScreen;
+}
+
+QStringList sendingScreen()
+{
+    return kSendingScreen;
+}
+
+QStringList composeAfterFailureScreen()
+{
+    return kComposeAfterSendScreen;
+}
 
 void fillForm(MainWindow &window, const ReportForm &form)
 {
@@ -189,6 +236,42 @@ void verifySuccessBox(const SendRun &run)
     QCOMPARE(box.text, QString("Your report has been successfully submitted!"));
     QCOMPARE(box.icon, int(QMessageBox::Information));
     QCOMPARE(box.buttons, QStringList{"OK"});
+}
+
+std::unique_ptr<MainWindow> openReportWindow(const QString &destination, const QString &folder, qint64 attachmentSize)
+{
+    std::unique_ptr<MainWindow> window(new MainWindow);
+    SummaryArrival summary(*window);
+    window->show();
+    if (!summary.wait())
+        return nullptr;
+    ReportForm form;
+    form.files = QStringList{writeTestFile(folder + "/log.txt", "log\n"),
+                             writeTestFile(folder + "/scene.bin", QByteArray(int(attachmentSize), 'x'))};
+    form.destination = destination;
+    fillForm(*window, form);
+    return window;
+}
+
+void verifyFailedSend(MainWindow &window, const QString &reason)
+{
+    QCOMPARE(screenSnapshot(window), kComposeBeforeSendScreen);
+    const QStringList before = formSnapshot(window);
+    const SendRun run = sendExpectingFailure(window);
+    QCOMPARE(run.loopResult, kLoopDone);
+    verifyFailureBox(run, reason);
+    if (QTest::currentTestFailed())
+        return;
+    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(Failed));
+    QCOMPARE(screenSnapshot(window), kComposeAfterSendScreen);
+    QCOMPARE(formSnapshot(window), before);
+}
+
+quint16 closedPort()
+{
+    QTcpServer probe;
+    probe.listen(QHostAddress::LocalHost, 0);
+    return probe.serverPort(); // free again once the probe is gone
 }
 
 void clearProxyEnvironment()

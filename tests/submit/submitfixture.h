@@ -8,6 +8,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 class QWidget;
 
@@ -37,6 +38,12 @@ QStringList formSnapshot(const MainWindow &window);
 
 // The screen as the user sees it: which state, what is shown and enabled.
 QStringList screenSnapshot(const MainWindow &window);
+
+// The screens a send passes through, as screenSnapshot shows them.
+QStringList composeBeforeSendScreen();
+QStringList sendingScreen();
+// Back on the form after a failure: Start Over stays disabled, the bar stays visible.
+QStringList composeAfterFailureScreen();
 
 // Clicks Send with the mouse (the window's event filter sees the press too).
 void clickSend(MainWindow &window);
@@ -82,6 +89,19 @@ SendRun sendExpectingFailure(MainWindow &window);
 // The box of a failed send, with the reason in quotes after a line break.
 void verifyFailureBox(const SendRun &run, const QString &reason);
 void verifySuccessBox(const SendRun &run);
+
+// A shown window whose summary has arrived, holding a complete bug report with two
+// attachments written into folder (log.txt, and scene.bin of attachmentSize bytes).
+// Null when the summary never came.
+std::unique_ptr<MainWindow> openReportWindow(const QString &destination, const QString &folder,
+                                             qint64 attachmentSize = 1000);
+
+// Sends and expects the failure box with reason, the compose screen after a failure,
+// the outcome Failed and a form exactly as before.
+void verifyFailedSend(MainWindow &window, const QString &reason);
+
+// A loopback port that nothing listens on.
+quint16 closedPort();
 
 // The application proxy and the environment proxies a developer may have set would
 // change where a test's request goes; tests start from a direct connection.

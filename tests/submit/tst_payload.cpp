@@ -79,12 +79,9 @@ private:
     void sendAndRecord(MainWindow &window, QByteArray &recorded)
     {
         QVERIFY(child<QPushButton>(window, "button_Send")->isEnabled());
-        ModalAnswerer answerer;
-        answerer.clickButton("OK");
-        const int result = runApplicationLoop([&] { clickSend(window); }, [] { return false; });
-        QCOMPARE(result, 0);
-        QCOMPARE(answerer.seen().size(), 1);
-        QCOMPARE(answerer.seen().at(0).windowTitle, QString("Report Submitted"));
+        const SendRun run = sendExpectingQuit(window);
+        QCOMPARE(run.loopResult, 0);
+        verifySuccessBox(run);
         QVERIFY(receiver->waitForEvent("request 1 answered 200"));
         recorded = receiver->request(1);
     }

@@ -15,7 +15,6 @@
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTcpServer>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QtTest>
@@ -27,34 +26,6 @@
 #include <memory>
 
 namespace {
-
-const QStringList kSendingScreen{"formState 2",
-                                 "layout_selecting_buttons_2 hidden",
-                                 "tabWidget shown disabled",
-                                 "progressBar shown",
-                                 "button_Start_Over shown disabled",
-                                 "button_Send shown disabled",
-                                 "button_Cancel Abort",
-                                 "button_Send Send..."};
-
-// Back on the form after a failure: Start Over stays disabled, the bar stays visible.
-const QStringList kComposeAfterSendScreen{"formState 1",
-                                          "layout_selecting_buttons_2 hidden",
-                                          "tabWidget shown",
-                                          "progressBar shown",
-                                          "button_Start_Over shown disabled",
-                                          "button_Send shown",
-                                          "button_Cancel Cancel",
-                                          "button_Send Send..."};
-
-const QStringList kComposeBeforeSendScreen{"formState 1",
-                                           "layout_selecting_buttons_2 hidden",
-                                           "tabWidget shown",
-                                           "progressBar hidden",
-                                           "button_Start_Over shown",
-                                           "button_Send shown",
-                                           "button_Cancel Cancel",
-                                           "button_Send Send..."};
 
 // Aborted, but the answer was already in: finished() brings the form back. The intro
 // screen hid the bar and nothing shows it again.
@@ -77,13 +48,6 @@ const QStringList kIntroAfterAbortScreen{"formState 0",
                                          "button_Send shown disabled",
                                          "button_Cancel Abort",
                                          "button_Send Send..."};
-
-quint16 closedPort()
-{
-    QTcpServer probe;
-    probe.listen(QHostAddress::LocalHost, 0);
-    return probe.serverPort(); // free again once the probe is gone
-}
 
 // As root, file modes do not stop a read. Dropping the two capabilities that override
 // them, on this (the GUI) thread only, makes a mode-000 file as unreadable as for a user.
@@ -125,31 +89,13 @@ private:
         return receiver->start(options);
     }
 
-    // A complete bug report with two attachments, ready to send to the receiver.
     void openWindow(const QString &destination, qint64 attachmentSize = 1000)
     {
-        window.reset(new MainWindow);
-        SummaryArrival summary(*window);
-        window->show();
-        QVERIFY(summary.wait());
-        ReportForm form;
-        form.files = QStringList{writeTestFile(path("files/log.txt"), "log\n"),
-                                 writeTestFile(path("files/scene.bin"), QByteArray(int(attachmentSize), 'x'))};
-        form.destination = destination;
-        fillForm(*window, form);
-        QCOMPARE(screenSnapshot(*window), kComposeBeforeSendScreen);
+        window = openReportWindow(destination, path("files"), attachmentSize);
+        QVERIFY(window);
     }
 
-    void failsWith(const QString &reason)
-    {
-        const QStringList before = formSnapshot(*window);
-        const SendRun run = sendExpectingFailure(*window);
-        QCOMPARE(run.loopResult, kLoopDone);
-        verifyFailureBox(run, reason);
-        QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(Failed));
-        QCOMPARE(screenSnapshot(*window), kComposeAfterSendScreen);
-        QCOMPARE(formSnapshot(*window), before);
-    }
+    void failsWith(const QString &reason) { verifyFailedSend(*window, reason); }
 
     QString serverReplied(const QString &status) const
     {
@@ -161,7 +107,7 @@ private:
         QCOMPARE(runApplicationLoop([&] { clickSend(*window); },
                                     [&] { return receiver->countEvents("request 1 body ") == 1; }),
                  kLoopDone);
-        QCOMPARE(screenSnapshot(*window), kSendingScreen);
+        QCOMPARE(screenSnapshot(*window), sendingScreen());
     }
 
     // Presses Abort the way a user's click arrives: from inside the running event loop.
@@ -210,7 +156,7 @@ private slots:
         QVERIFY(receiver->hasEvent("request 1 answered 200"));
         // The program ends here: nothing is reset, the window still says Sending.
         QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(InFlight));
-        QCOMPARE(screenSnapshot(*window), kSendingScreen);
+        QCOMPARE(screenSnapshot(*window), sendingScreen());
         QCOMPARE(formSnapshot(*window), before);
     }
 
@@ -423,7 +369,7 @@ private slots:
         QCOMPARE(MainWindowProbe::network(*window), static_cast<QNetworkAccessManager *>(nullptr));
         QCOMPARE(MainWindowProbe::reply(*window), static_cast<QNetworkReply *>(nullptr));
         QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(Idle));
-        QCOMPARE(screenSnapshot(*window), kComposeBeforeSendScreen);
+        QCOMPARE(screenSnapshot(*window), composeBeforeSendScreen());
         QCOMPARE(formSnapshot(*window), before);
         QCOMPARE(receiver->countEvents("request "), 0);
     }
