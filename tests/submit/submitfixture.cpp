@@ -267,6 +267,27 @@ void verifyFailedSend(MainWindow &window, const QString &reason)
     QCOMPARE(formSnapshot(window), before);
 }
 
+RecordedRequest deliverReport(MainWindow &window, HttpReceiver &receiver)
+{
+    const SendRun run = sendExpectingQuit(window);
+    [&] {
+        QCOMPARE(run.loopResult, 0);
+        verifySuccessBox(run);
+        QVERIFY(receiver.waitForEvent("request 1 answered 200"));
+    }();
+    return parseRecordedRequest(receiver.request(1));
+}
+
+void setProxyFields(MainWindow &window, bool checked, const QString &server, const QString &port, const QString &user,
+                    const QString &password)
+{
+    child<QGroupBox>(window, "group_Proxy_Settings")->setChecked(checked);
+    child<QLineEdit>(window, "line_Proxy_Server")->setText(server);
+    child<QLineEdit>(window, "line_Proxy_Port")->setText(port);
+    child<QLineEdit>(window, "line_Proxy_User_Name")->setText(user);
+    child<QLineEdit>(window, "line_Proxy_Password")->setText(password);
+}
+
 quint16 closedPort()
 {
     QTcpServer probe;

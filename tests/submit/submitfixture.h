@@ -1,6 +1,8 @@
 #pragma once
 
 #include "form/mainwindow.h"
+#include "multipartrecord.h"
+#include "support/httpreceiver.h"
 #include "support/modalanswerer.h"
 
 #include <QObject>
@@ -99,6 +101,14 @@ std::unique_ptr<MainWindow> openReportWindow(const QString &destination, const Q
 // Sends and expects the failure box with reason, the compose screen after a failure,
 // the outcome Failed and a form exactly as before.
 void verifyFailedSend(MainWindow &window, const QString &reason);
+
+// Sends, expects the success box and the quit, and returns the request as the
+// receiver recorded it.
+RecordedRequest deliverReport(MainWindow &window, HttpReceiver &receiver);
+
+// Fills the proxy group of the settings page.
+void setProxyFields(MainWindow &window, bool checked, const QString &server, const QString &port,
+                    const QString &user = QString(), const QString &password = QString());
 
 // A loopback port that nothing listens on.
 quint16 closedPort();

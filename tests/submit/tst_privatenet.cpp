@@ -65,24 +65,6 @@ private:
         QVERIFY(window);
     }
 
-    void setProxyFields(bool checked, const QString &server, const QString &port)
-    {
-        child<QGroupBox>(*window, "group_Proxy_Settings")->setChecked(checked);
-        child<QLineEdit>(*window, "line_Proxy_Server")->setText(server);
-        child<QLineEdit>(*window, "line_Proxy_Port")->setText(port);
-    }
-
-    RecordedRequest deliver()
-    {
-        const SendRun run = sendExpectingQuit(*window);
-        [&] {
-            QCOMPARE(run.loopResult, 0);
-            verifySuccessBox(run);
-            QVERIFY(receiver->waitForEvent("request 1 answered 200"));
-        }();
-        return parseRecordedRequest(receiver->request(1));
-    }
-
     // The identity part of the n-th request the receiver recorded.
     QByteArray identitySent(int n)
     {
@@ -177,7 +159,7 @@ private slots:
         openWindow(QString());
         QCOMPARE(child<QLineEdit>(*window, "line_HTTP_Destination")->placeholderText(),
                  QString("http://feedback.korvane3d.com/"));
-        const RecordedRequest request = deliver();
+        const RecordedRequest request = deliverReport(*window, *receiver);
         QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
         QCOMPARE(request.header("Host"), QByteArray("feedback.korvane3d.com"));
     }
@@ -191,8 +173,8 @@ private slots:
         QVERIFY(proxy->start());
         openWindow(byName()); // first: the window's instance guard would listen through the proxy
         QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy->port()));
-        setProxyFields(false, "127.0.0.1", QString::number(closedPort()));
-        const RecordedRequest request = deliver();
+        setProxyFields(*window, false, "127.0.0.1", QString::number(closedPort()));
+        const RecordedRequest request = deliverReport(*window, *receiver);
         QVERIFY2(request.header("Via").contains("tinyproxy"), request.header("Via").constData());
         QCOMPARE(request.header("Host"), "feedback.korvane3d.com:" + QByteArray::number(receiver->port()));
     }
@@ -202,8 +184,8 @@ private slots:
         QVERIFY(startReceiver({}));
         openWindow(byName());
         QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", closedPort()));
-        setProxyFields(true, QString(), "3128");
-        const RecordedRequest request = deliver();
+        setProxyFields(*window, true, QString(), "3128");
+        const RecordedRequest request = deliverReport(*window, *receiver);
         QVERIFY(!request.hasHeader("Via"));
         QCOMPARE(request.header("Host"), "feedback.korvane3d.com:" + QByteArray::number(receiver->port()));
     }
@@ -214,7 +196,7 @@ private slots:
         QVERIFY(startReceiver({}));
         openWindow(byName());
         QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", closedPort()));
-        setProxyFields(false, QString(), QString());
+        setProxyFields(*window, false, QString(), QString());
         verifyFailedSend(*window, "Connection refused");
         QCOMPARE(receiver->countEvents("request "), 0);
     }

@@ -38,29 +38,6 @@ private:
         QVERIFY(window);
     }
 
-    void setProxyFields(bool checked, const QString &server, const QString &port, const QString &user = QString(),
-                        const QString &password = QString())
-    {
-        child<QGroupBox>(*window, "group_Proxy_Settings")->setChecked(checked);
-        child<QLineEdit>(*window, "line_Proxy_Server")->setText(server);
-        child<QLineEdit>(*window, "line_Proxy_Port")->setText(port);
-        child<QLineEdit>(*window, "line_Proxy_User_Name")->setText(user);
-        child<QLineEdit>(*window, "line_Proxy_Password")->setText(password);
-    }
-
-    // Sends, expects the success box and the quit, and returns the request as the
-    // receiver got it.
-    RecordedRequest deliver()
-    {
-        const SendRun run = sendExpectingQuit(*window);
-        [&] {
-            QCOMPARE(run.loopResult, 0);
-            verifySuccessBox(run);
-            QVERIFY(receiver->waitForEvent("request 1 answered 200"));
-        }();
-        return parseRecordedRequest(receiver->request(1));
-    }
-
     // tinyproxy marks what it forwards with a Via header naming itself.
     static bool cameThroughTinyproxy(const RecordedRequest &request)
     {
@@ -97,8 +74,8 @@ private slots:
     {
         QVERIFY(startProxy());
         openWindow();
-        setProxyFields(true, "127.0.0.1", QString::number(proxy->port()));
-        const RecordedRequest request = deliver();
+        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()));
+        const RecordedRequest request = deliverReport(*window, *receiver);
         QVERIFY2(cameThroughTinyproxy(request), request.header("Via").constData());
         QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
     }
@@ -107,8 +84,8 @@ private slots:
     {
         QVERIFY2(startProxy(8080), "port 8080 is taken on this machine");
         openWindow();
-        setProxyFields(true, "127.0.0.1", QString());
-        QVERIFY(cameThroughTinyproxy(deliver()));
+        setProxyFields(*window, true, "127.0.0.1", QString());
+        QVERIFY(cameThroughTinyproxy(deliverReport(*window, *receiver)));
     }
 
     // Qt reaches an HTTP proxy for a plain http URL like a server, so a proxy that is
@@ -116,7 +93,7 @@ private slots:
     void proxyDown()
     {
         openWindow();
-        setProxyFields(true, "127.0.0.1", QString::number(closedPort()));
+        setProxyFields(*window, true, "127.0.0.1", QString::number(closedPort()));
         verifyFailedSend(*window, "Connection refused");
         QCOMPARE(receiver->countEvents("request "), 0);
     }
@@ -126,7 +103,7 @@ private slots:
     {
         QVERIFY(startProxy(0, "alice", "s3cret"));
         openWindow();
-        setProxyFields(true, "127.0.0.1", QString::number(proxy->port()));
+        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()));
         verifyFailedSend(*window, "Proxy requires authentication");
         QCOMPARE(receiver->countEvents("request "), 0);
     }
@@ -137,7 +114,7 @@ private slots:
     {
         QVERIFY(startProxy(0, "alice", "s3cret"));
         openWindow();
-        setProxyFields(true, "127.0.0.1", QString::number(proxy->port()), "alice", "wrong");
+        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()), "alice", "wrong");
         verifyFailedSend(*window, "Host requires authentication");
         QCOMPARE(receiver->countEvents("request "), 0);
     }
@@ -146,8 +123,8 @@ private slots:
     {
         QVERIFY(startProxy(0, "alice", "s3cret"));
         openWindow();
-        setProxyFields(true, "127.0.0.1", QString::number(proxy->port()), "alice", "s3cret");
-        const RecordedRequest request = deliver();
+        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()), "alice", "s3cret");
+        const RecordedRequest request = deliverReport(*window, *receiver);
         QVERIFY(cameThroughTinyproxy(request));
         QVERIFY(!request.hasHeader("Proxy-Authorization")); // the proxy keeps it to itself
     }
