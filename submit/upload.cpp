@@ -1,22 +1,120 @@
 // Posting the report, its progress and its outcome.
 #include "form/mainwindow.h"
+#include "ui_mainwindow.h"
+
+#include <QCoreApplication>
+#include <QHttpMultiPart>
+#include <QMessageBox>
+#include <QNetworkAccessManager>
+#include <QNetworkProxy>
+#include <QNetworkRequest>
+#include <QPointer>
+
+#include <limits>
+
+namespace {
+
+// Byte counts beyond the bar's int range are clamped rather than wrapped into negatives.
+int toBarRange(qint64 bytes)
+{
+    return int(qBound<qint64>(std::numeric_limits<int>::min(), bytes, std::numeric_limits<int>::max()));
+}
+
+} // namespace
 
 void MainWindow::slot_submit()
 {
+    QString urlText = ui->line_HTTP_Destination->text();
+    if (urlText.isEmpty())
+        urlText = ui->line_HTTP_Destination->placeholderText();
+    const QUrl url(urlText, QUrl::TolerantMode); // sent as typed; the server's answer is the check
+
+    QHttpMultiPart *body = build_payload();
+    if (!body)
+        return; // an attachment could not be opened: nothing is sent and nothing is said
+
+    const QNetworkRequest request(url); // the post supplies the content type with its boundary
+
+    // One manager per send; earlier ones stay children of the window until it goes.
+    network = new QNetworkAccessManager(this);
+    if (ui->group_Proxy_Settings->isChecked()) {
+        const QString host = ui->line_Proxy_Server->text();
+        QString portText = ui->line_Proxy_Port->text();
+        if (portText.isEmpty())
+            portText = QStringLiteral("8080");
+        // An empty server is an explicit direct connection, whatever the application default.
+        QNetworkProxy proxy(QNetworkProxy::NoProxy);
+        if (!host.isEmpty()) {
+            bool parsed = false;
+            const quint16 port = portText.toUShort(&parsed, 10);
+            proxy = QNetworkProxy(QNetworkProxy::HttpProxy, host, parsed ? port : 0, ui->line_Proxy_User_Name->text(),
+                                  ui->line_Proxy_Password->text());
+        }
+        network->setProxy(proxy);
+    }
+
+    reply = network->post(request, body);
+    body->setParent(reply); // the body and its open files live exactly as long as the reply
+
+    progressFirst = true;
+    sendOutcome = InFlight;
+
+    connect(reply, SIGNAL(uploadProgress(qint64, qint64)), this, SLOT(slot_send_progress(qint64, qint64)));
+    connect(reply, SIGNAL(finished()), this, SLOT(slot_send_complete()));
+    connect(reply, SIGNAL(error(QNetworkReply::NetworkError)), this,
+            SLOT(slot_send_failed(QNetworkReply::NetworkError)));
+
+    // Busy until the first progress report tells the total.
+    ui->progressBar->setMinimum(0);
+    ui->progressBar->setMaximum(0);
+
+    formState = Sending;
+    slot_set_control_states();
 }
 
 void MainWindow::slot_send_progress(qint64 bytesSent, qint64 bytesTotal)
 {
-    Q_UNUSED(bytesSent)
-    Q_UNUSED(bytesTotal)
+    if (progressFirst) {
+        ui->progressBar->setMinimum(0);
+        ui->progressBar->setMaximum(toBarRange(bytesTotal));
+        progressFirst = false;
+    }
+    ui->progressBar->setValue(toBarRange(bytesSent));
 }
 
 void MainWindow::slot_send_complete()
 {
+    // The box below runs its own event loop; a deletion already scheduled by Abort may
+    // be carried out in it, and the reply must not be touched afterwards then.
+    const QPointer<QNetworkReply> finishedReply(reply);
+
+    if (sendOutcome != Aborted) {
+        // Only the transfer's error decides; the server's answer body is never read.
+        if (!reply || reply->error() == QNetworkReply::NoError) {
+            QMessageBox::information(this, tr("Report Submitted"), tr("Your report has been successfully submitted!"),
+                                     QMessageBox::Ok);
+        } else {
+            QMessageBox::critical(this, tr("Submission Failed"),
+                                  tr("Your report could not be submitted at this time:\n\"%1\"")
+                                      .arg(reply->errorString()),
+                                  QMessageBox::Ok);
+        }
+    }
+
+    if (finishedReply)
+        finishedReply->deleteLater(); // takes the body and the attachment files with it
+
+    if (sendOutcome == InFlight) {
+        QCoreApplication::quit(); // a delivered report ends the program; nothing is reset
+        return;
+    }
+    // Failed, or aborted with finished() still delivered: back to the form as it was.
+    formState = Composing;
+    slot_set_control_states();
 }
 
 void MainWindow::slot_send_failed(QNetworkReply::NetworkError code)
 {
     Q_UNUSED(code)
-    sendOutcome = Failed;
+    sendOutcome = Failed; // overrides an abort mark: an error that arrives first is shown
 }

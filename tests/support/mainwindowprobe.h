@@ -24,6 +24,9 @@ struct MainWindowProbe
     static bool lookupPending(const MainWindow &w) { return w.lookupPending; }
     static const QTimer &emailTimer(const MainWindow &w) { return w.emailTimer; }
     static QString sysInfo(const MainWindow &w) { return w.sysInfo; }
+    static QNetworkAccessManager *network(const MainWindow &w) { return w.network; }
+    static QNetworkReply *reply(const MainWindow &w) { return w.reply; }
+    static bool progressFirst(const MainWindow &w) { return w.progressFirst; }
     static QString launchArea(const MainWindow &w) { return w.launchArea; }
     static bool lockArea(const MainWindow &w) { return w.lockArea; }
     static bool instanceGuardListening(const MainWindow &w) { return w.instanceServer.isListening(); }
