@@ -153,23 +153,9 @@ void clickCancel(MainWindow &window)
     QTest::mouseClick(child<QPushButton>(window, "button_Cancel"), Qt::LeftButton);
 }
 
-SummaryArrival::SummaryArrival(MainWindow &window)
-    : QObject(&window)
-{
-    window.installEventFilter(this);
-}
-
-bool SummaryArrival::eventFilter(QObject *watched, QEvent *event)
-{
-    // The only queued call the window gets before an address is typed.
-    if (event->type() == QEvent::MetaCall)
-        m_arrived = true;
-    return QObject::eventFilter(watched, event);
-}
-
 bool SummaryArrival::wait(int timeoutMs)
 {
-    return QTest::qWaitFor([this] { return m_arrived; }, timeoutMs);
+    return QTest::qWaitFor([this] { return !MainWindowProbe::sysInfo(m_window).isEmpty(); }, timeoutMs);
 }
 
 int runApplicationLoop(const std::function<void()> &start, const std::function<bool()> &done, int timeoutMs)

@@ -55,17 +55,19 @@ void clickCancel(MainWindow &window);
 // The system-information worker hands its summary over once, by a queued call to the
 // window. Waiting for that call keeps a summary the test sets afterwards from being
 // overwritten. Construct it right after the window, before any event is processed.
-class SummaryArrival : public QObject
+// Waits for the system-information worker's summary to reach the window. On this
+// machine the summary is never empty, so its arrival shows in the stored text.
+class SummaryArrival
 {
 public:
-    explicit SummaryArrival(MainWindow &window);
+    explicit SummaryArrival(MainWindow &window)
+        : m_window(window)
+    {
+    }
     bool wait(int timeoutMs = 15000);
 
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
-
 private:
-    bool m_arrived = false;
+    MainWindow &m_window;
 };
 
 // Runs the application's own event loop (QCoreApplication::exec) so that a

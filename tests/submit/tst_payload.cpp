@@ -118,6 +118,7 @@ private:
 private slots:
     void init()
     {
+        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
         work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/payload-XXXXXX"));
         QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
         receiver.reset(new HttpReceiver(path("received")));

@@ -133,6 +133,7 @@ private slots:
 
     void init()
     {
+        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
         work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/upload-XXXXXX"));
         QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
     }

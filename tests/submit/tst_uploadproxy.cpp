@@ -55,6 +55,7 @@ private slots:
 
     void init()
     {
+        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
         work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/proxy-XXXXXX"));
         QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
         receiver.reset(new HttpReceiver(path("received")));
