@@ -31,7 +31,8 @@ for mib in 100 1024; do
     : >"$work/agent.txt"
     : >"$work/curl.txt"
     for _ in $(seq "$runs"); do
-        "$driver" "$url" "$file" >>"$work/agent.txt" 2>>"$work/driver.log"
+        # Only the figures line; the window's worker also writes section headers.
+        "$driver" "$url" "$file" 2>>"$work/driver.log" | grep -E '^[0-9.]+ [0-9]+ [0-9]+$' >>"$work/agent.txt"
         curl -s -o /dev/null -w '%{time_total}\n' -F 'identity={ }' \
             -F "scene.bin=@$file;type=application/octet-stream" "$url" >>"$work/curl.txt"
     done
