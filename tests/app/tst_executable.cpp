@@ -44,13 +44,6 @@ void closeWithKeyboard(const QString &windowId, const QString &keys)
     run("xdotool", {"key", "--clearmodifiers", keys});
 }
 
-void writeFile(const QString &path, const QByteArray &content = "x")
-{
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-    file.write(content);
-}
-
 } // namespace
 
 class TestExecutable : public QObject
@@ -80,8 +73,8 @@ private slots:
 
         // Files the program never made go with the folder too.
         QVERIFY(QDir().mkpath(env.thumbnailFolder() + "/sub"));
-        writeFile(env.thumbnailFolder() + "/.hidden");
-        writeFile(env.thumbnailFolder() + "/sub/picture.png");
+        QVERIFY(!writeTestFile(env.thumbnailFolder() + "/.hidden").isEmpty());
+        QVERIFY(!writeTestFile(env.thumbnailFolder() + "/sub/picture.png").isEmpty());
 
         closeWithKeyboard(id, "alt+F4");
         QVERIFY(app.waitForFinished());
@@ -152,8 +145,8 @@ private slots:
     void oldSettingsFileIsDroppedOnceTheNewOneExists()
     {
         QVERIFY(QDir().mkpath(env.suiteFolder()));
-        writeFile(env.suiteFolder() + "/feedbackagent.cfg", "[application]\n");
-        writeFile(env.home() + "/.fbagent", "[application]\n");
+        QVERIFY(!writeTestFile(env.suiteFolder() + "/feedbackagent.cfg", "[application]\n").isEmpty());
+        QVERIFY(!writeTestFile(env.home() + "/.fbagent", "[application]\n").isEmpty());
         AppProcess app;
         app.start();
         QVERIFY(app.waitUntilGuardTaken());
@@ -167,7 +160,7 @@ private slots:
 
     void onlyTheOldSettingsFileIsKept()
     {
-        writeFile(env.home() + "/.fbagent", "[application]\n");
+        QVERIFY(!writeTestFile(env.home() + "/.fbagent", "[application]\n").isEmpty());
         AppProcess app;
         app.start();
         QVERIFY(app.waitUntilGuardTaken());

@@ -20,13 +20,6 @@ namespace {
 
 const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
 
-void writeFile(const QString &path, const QByteArray &content = "x")
-{
-    QFile file(path);
-    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
-    file.write(content);
-}
-
 } // namespace
 
 class TestStartup : public QObject
@@ -122,8 +115,8 @@ private slots:
     void settingsFileWithBothFiles()
     {
         QVERIFY(QDir().mkpath(suite()));
-        writeFile(newFile());
-        writeFile(oldFile());
+        QVERIFY(!writeTestFile(newFile()).isEmpty());
+        QVERIFY(!writeTestFile(oldFile()).isEmpty());
         MainWindow window;
         QCOMPARE(MainWindowProbe::configPath(window), newFile());
         QVERIFY(!QFile::exists(oldFile())); // dropped, not merged
@@ -132,7 +125,7 @@ private slots:
 
     void settingsFileWithOnlyTheOldFile()
     {
-        writeFile(oldFile(), "[application]\n");
+        QVERIFY(!writeTestFile(oldFile(), "[application]\n").isEmpty());
         MainWindow window;
         QCOMPARE(MainWindowProbe::configPath(window), oldFile());
         QVERIFY(QFile::exists(oldFile()));
@@ -143,7 +136,7 @@ private slots:
     void settingsFileWithOnlyTheNewFile()
     {
         QVERIFY(QDir().mkpath(suite()));
-        writeFile(newFile());
+        QVERIFY(!writeTestFile(newFile()).isEmpty());
         MainWindow window;
         QCOMPARE(MainWindowProbe::configPath(window), newFile());
     }
@@ -152,7 +145,7 @@ private slots:
     {
         // A regular file where the config folder should be: the suite folder cannot exist.
         const QString blocker = env.root() + "/blocker";
-        writeFile(blocker);
+        QVERIFY(!writeTestFile(blocker).isEmpty());
         const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
         qputenv("XDG_CONFIG_HOME", blocker.toLocal8Bit());
         std::unique_ptr<MainWindow> window(new MainWindow);
@@ -170,10 +163,10 @@ private slots:
             QCOMPARE(folder, env.thumbnailFolder());
             QVERIFY(QFileInfo(folder).isDir());
             QVERIFY(QDir().mkpath(folder + "/sub/deeper"));
-            writeFile(folder + "/shot.png");
-            writeFile(folder + "/.hidden");
-            writeFile(folder + "/sub/.hidden-too");
-            writeFile(folder + "/sub/deeper/file.bin");
+            QVERIFY(!writeTestFile(folder + "/shot.png").isEmpty());
+            QVERIFY(!writeTestFile(folder + "/.hidden").isEmpty());
+            QVERIFY(!writeTestFile(folder + "/sub/.hidden-too").isEmpty());
+            QVERIFY(!writeTestFile(folder + "/sub/deeper/file.bin").isEmpty());
         }
         QVERIFY(!QFileInfo::exists(folder));
     }
@@ -181,7 +174,7 @@ private slots:
     void leftoverThumbnailFolderIsReused()
     {
         QVERIFY(QDir().mkpath(env.thumbnailFolder()));
-        writeFile(env.thumbnailFolder() + "/old.png");
+        QVERIFY(!writeTestFile(env.thumbnailFolder() + "/old.png").isEmpty());
         MainWindow window;
         QVERIFY(QFile::exists(env.thumbnailFolder() + "/old.png"));
     }
@@ -197,9 +190,9 @@ private slots:
         MainWindow window;
         const QString tree = env.root() + "/tree";
         QVERIFY(QDir().mkpath(tree + "/a/b"));
-        writeFile(tree + "/a/b/file");
-        writeFile(tree + "/a/.hidden");
-        writeFile(tree + "/c");
+        QVERIFY(!writeTestFile(tree + "/a/b/file").isEmpty());
+        QVERIFY(!writeTestFile(tree + "/a/.hidden").isEmpty());
+        QVERIFY(!writeTestFile(tree + "/c").isEmpty());
         QVERIFY(window.removeDirectoryTree(tree));
         QVERIFY(!QFileInfo::exists(tree));
     }

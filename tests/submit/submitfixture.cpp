@@ -289,12 +289,3 @@ void clearProxyEnvironment()
     QNetworkProxy::setApplicationProxy(QNetworkProxy());
 }
 
-QString writeTestFile(const QString &path, const QByteArray &content)
-{
-    QDir().mkpath(QFileInfo(path).absolutePath());
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return QString();
-    file.write(content);
-    return QFileInfo(path).absoluteFilePath();
-}

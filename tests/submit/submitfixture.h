@@ -1,5 +1,7 @@
 #pragma once
 
+#include "support/testenv.h"
+
 #include "form/mainwindow.h"
 #include "multipartrecord.h"
 #include "support/httpreceiver.h"
@@ -119,8 +121,6 @@ quint16 closedPort();
 // change where a test's request goes; tests start from a direct connection.
 void clearProxyEnvironment();
 
-// Writes a file (creating its folder) and returns its absolute path.
-QString writeTestFile(const QString &path, const QByteArray &content);
 
 template <typename T>
 T *child(const MainWindow &window, const char *objectName)

@@ -1,6 +1,8 @@
 #include "support/testenv.h"
 
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
 TestEnvironment::TestEnvironment()
     : m_root(QDir::tempPath() + "/fbtest-XXXXXX")
@@ -27,4 +29,14 @@ void TestEnvironment::forgetSettings() const
 {
     QFile::remove(suiteFolder() + "/feedbackagent.cfg");
     QFile::remove(home() + "/.fbagent");
+}
+
+QString writeTestFile(const QString &path, const QByteArray &content)
+{
+    QDir().mkpath(QFileInfo(path).absolutePath());
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return QString();
+    file.write(content);
+    return QFileInfo(path).absoluteFilePath();
 }

@@ -28,6 +28,10 @@ private:
     QTemporaryDir m_root;
 };
 
+// Writes a file (creating its folder) and returns its absolute path, or an empty
+// string when it cannot be written.
+QString writeTestFile(const QString &path, const QByteArray &content = "x");
+
 // Like QTEST_MAIN, but isolates the environment before QApplication exists.
 #define FB_TEST_MAIN(TestObject)                                                                                       \
     int main(int argc, char *argv[])                                                                                   \
