@@ -2,20 +2,54 @@
 # Runs one command on a private Xvfb display with openbox as window manager, which
 # gives the program real activation, minimise and full screen. Used by tests that
 # need X; the exit status is the command's.
+#
+# Without a window manager nothing is ever minimised and a screen-shot test would
+# wait out every timeout, so a window manager that does not come up is an error
+# here, reported with what openbox said.
 set -eu
 if [ "${FB_IN_XVFB:-}" != 1 ]; then
     FB_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1920x1080x24 -nolisten tcp" "$0" "$@"
 fi
-openbox --sm-disable >/dev/null 2>&1 &
-wm=$!
-# Wait for the window manager to announce itself before the test maps windows.
-i=0
-while [ $i -lt 100 ] && ! xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'; do
-    sleep 0.05
-    i=$((i + 1))
-done
+wm_log=$(mktemp)
+wm=
+trap 'rm -f "$wm_log"' EXIT
+
+wm_announced() {
+    xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
+}
+
+# Starts openbox and waits up to ten seconds for it to announce itself.
+start_wm() {
+    openbox --sm-disable >>"$wm_log" 2>&1 &
+    wm=$!
+    i=0
+    while [ $i -lt 200 ]; do
+        wm_announced && return 0
+        kill -0 "$wm" 2>/dev/null || return 1
+        sleep 0.05
+        i=$((i + 1))
+    done
+    return 1
+}
+
+if ! start_wm; then
+    echo "run-under-x: openbox did not come up on $DISPLAY; trying once more" >&2
+    kill "$wm" 2>/dev/null || true
+    wait "$wm" 2>/dev/null || true
+    if ! start_wm; then
+        echo "run-under-x: no window manager on $DISPLAY; openbox said:" >&2
+        cat "$wm_log" >&2
+        kill "$wm" 2>/dev/null || true
+        exit 1
+    fi
+fi
+
 status=0
 "$@" || status=$?
+if ! kill -0 "$wm" 2>/dev/null; then
+    echo "run-under-x: openbox ended while the test ran; it said:" >&2
+    cat "$wm_log" >&2
+fi
 kill "$wm" 2>/dev/null || true
 wait "$wm" 2>/dev/null || true
 exit $status

@@ -8,7 +8,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QProcess>
+#include <QTest>
 #include <QWidget>
+#include <QWindow>
 
 namespace CaptureTesting {
 
@@ -109,6 +111,22 @@ inline bool xdotool(const QStringList &arguments)
 inline bool paintRootPattern()
 {
     return QProcess::execute(QStringLiteral(FB_ROOT_PATTERN_EXE), QStringList()) == 0;
+}
+
+// Whether a window manager really iconifies: a minimised window must leave the
+// screen. Without one the screen-shot flow waits for ever, so the flow test checks
+// this first and stops at once with a clear reason instead of timing out.
+inline QString windowManagerMinimiseProblem()
+{
+    QWidget probe;
+    probe.resize(200, 100);
+    probe.show();
+    if (!QTest::qWaitForWindowExposed(&probe))
+        return QStringLiteral("a plain window was never exposed");
+    probe.showMinimized();
+    if (!QTest::qWaitFor([&] { return !probe.windowHandle()->isExposed(); }, 5000))
+        return QStringLiteral("a minimised window stayed on the screen: no window manager iconified it");
+    return QString();
 }
 
 } // namespace CaptureTesting

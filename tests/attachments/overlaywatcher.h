@@ -30,7 +30,7 @@ public:
     }
 
     bool fired() const { return m_fired; }
-    // True when the overlay was still up ten seconds after the user's part.
+    // True when the overlay was still up twenty seconds after it first showed.
     bool rescued = false;
 
     // What the overlay was like when it came up.
@@ -56,7 +56,23 @@ private:
     void poll()
     {
         ScreenShot *overlay = findOverlay();
-        if (!overlay || !overlay->isVisible() || !overlay->windowHandle() || !overlay->windowHandle()->isExposed())
+        if (!overlay || !overlay->isVisible() || !overlay->windowHandle())
+            return;
+        if (!m_armed) {
+            // Should the overlay never settle, or the user's part fail to end the
+            // capture, end it, so that the test fails instead of waiting in the
+            // overlay's loop for ever.
+            m_armed = true;
+            QPointer<ScreenShot> guarded(overlay);
+            QTimer::singleShot(20000, overlay, [this, guarded] {
+                if (guarded && !guarded->hasEnded()) {
+                    rescued = true;
+                    QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+                    QApplication::sendEvent(guarded, &escape);
+                }
+            });
+        }
+        if (!overlay->windowHandle()->isExposed())
             return;
         const QRect screenGeometry = overlay->windowHandle()->screen()->geometry();
         // Wait until the window manager has put it in place, as the user sees it.
@@ -67,16 +83,6 @@ private:
             return;
         m_timer.stop();
         m_fired = true;
-        // Should the user's part fail to end the capture, end it, so that the test
-        // fails instead of waiting in the overlay's loop for ever.
-        QPointer<ScreenShot> guarded(overlay);
-        QTimer::singleShot(10000, overlay, [this, guarded] {
-            if (guarded && !guarded->hasEnded()) {
-                rescued = true;
-                QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
-                QApplication::sendEvent(guarded, &escape);
-            }
-        });
         geometry = overlay->geometry();
         origin = overlay->mapToGlobal(QPoint(0, 0));
         screen = overlay->windowHandle()->screen();
@@ -91,5 +97,6 @@ private:
     Action m_action;
     QTimer m_timer;
     bool m_fired = false;
+    bool m_armed = false;
     int m_settled = 0;
 };

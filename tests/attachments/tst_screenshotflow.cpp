@@ -130,6 +130,8 @@ private:
 private slots:
     void initTestCase()
     {
+        const QString problem = windowManagerMinimiseProblem();
+        QVERIFY2(problem.isEmpty(), qPrintable(problem));
         QCOMPARE(QGuiApplication::primaryScreen()->geometry(), kScreen);
         QVERIFY(paintRootPattern());
         QCursor::setPos(kScreen.bottomRight());
