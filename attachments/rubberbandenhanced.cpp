@@ -12,8 +12,10 @@ RubberBandEnhanced::RubberBandEnhanced(Shape shape, QWidget *parent)
 {
     // QRubberBand lets the mouse through; this band must be the widget under the
     // pointer so that its zone cursors and its tool tip show. The presses and moves
-    // it ignores still reach the overlay.
+    // it ignores still reach the overlay, hover moves included: Qt drops a move with
+    // no button held at a widget that does not track the mouse, so the band tracks it.
     setAttribute(Qt::WA_TransparentForMouseEvents, false);
+    setMouseTracking(true);
 }
 
 int RubberBandEnhanced::zone_at(const QPoint &globalPoint)

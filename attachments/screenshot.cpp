@@ -96,16 +96,19 @@ void ScreenShot::mousePressEvent(QMouseEvent *event)
     if (event->button() == Qt::LeftButton) {
         m_pressPoint = event->pos();
         m_currentPoint = event->pos();
+        bool restart = true;
         if (m_enhanced && !m_band->isHidden()) {
             if (m_band->geometry().contains(m_pressPoint)) {
+                // Off the zones the band starts again at once. It is not hidden in
+                // between: the press went to the band, and hiding the widget that took
+                // the press would make Qt drop the moves of the drag that follows.
                 m_activeZone = enhancedBand()->zone_at(m_pressPoint + m_screenGeometry.topLeft());
-                if (m_activeZone == NoZone)
-                    m_band->hide();
+                restart = m_activeZone == NoZone;
             } else {
                 m_band->hide();
             }
         }
-        if (!m_enhanced || m_band->isHidden())
+        if (restart)
             startSelection();
     } else if (event->button() == Qt::RightButton) {
         // Only the enhanced mode accepts with the right button; without a selection,

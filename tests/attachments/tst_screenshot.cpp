@@ -1,6 +1,7 @@
 // The region capture overlay full screen on a 1920 x 1080 display: plain and enhanced
 // selection, grab zones, size label, cursors, keys. It shows a known picture and is
-// driven by events sent to it.
+// driven by events sent to it, and at the end by real pointer input through the X
+// server, which Qt delivers to the band whenever the pointer is over it.
 #include "attachments/capturegeometry.h"
 #include "attachments/rubberbandenhanced.h"
 #include "attachments/screenshot.h"
@@ -113,6 +114,7 @@ private slots:
         QVERIFY(band->isHidden());
         QVERIFY(band->bounds().isNull());
         QVERIFY(!band->testAttribute(Qt::WA_TransparentForMouseEvents));
+        QVERIFY(band->hasMouseTracking());
         for (int zone = 0; zone < CaptureGeometry::kZoneCount; ++zone) {
             QCOMPARE(band->zoneRect(zone), QRect(QPoint(0, 0), QPoint(-1, -1)));
             QVERIFY(!band->zoneHovered(zone));
@@ -602,6 +604,56 @@ private slots:
         QVERIFY(overlay->rubberBand()->isHidden());
         QVERIFY(!overlay->isSelecting());
         QVERIFY(!overlay->hasEnded());
+    }
+
+    // The pointer over the band: its zones light up and set the cursor as they do
+    // over the overlay.
+    void realPointerHoversTheZones()
+    {
+        auto overlay = showOverlay(true);
+        QVERIFY(QTest::qWaitFor([&] { return overlay->isActiveWindow(); }));
+        RubberBandEnhanced *band = bandOf(*overlay);
+        const QRect selection(100, 100, 300, 200);
+        QVERIFY(xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "250", "200", "mousemove", "399",
+                         "299", "mouseup", "1"}));
+        QVERIFY(QTest::qWaitFor([&] { return band->geometry() == selection && zonesLaidOut(*band) == "012345678"; }));
+
+        for (int zone : {int(CaptureGeometry::TopLeft), int(CaptureGeometry::Right), int(SizeLabel)}) {
+            const QPoint centre = band->zoneRect(zone).center() + selection.topLeft();
+            QVERIFY(xdotool({"mousemove", QString::number(centre.x()), QString::number(centre.y())}));
+            QVERIFY2(QTest::qWaitFor([&] { return band->zoneHovered(zone); }, 3000), qPrintable(QString::number(zone)));
+            QCOMPARE(overlay->activeZone(), zone);
+            QCOMPARE(band->cursor().shape(), CaptureGeometry::zoneCursor(zone));
+        }
+        QVERIFY(xdotool({"mousemove", "150", "200"}));
+        QVERIFY(QTest::qWaitFor([&] { return overlay->activeZone() == int(NoZone); }, 3000));
+        QCOMPARE(band->cursor().shape(), Qt::CrossCursor);
+        QVERIFY(!band->zoneHovered(SizeLabel));
+        QVERIFY(xdotool({"mousemove", "1900", "1060"}));
+    }
+
+    // A press inside the band off its zones starts a new selection there, and the
+    // drag that follows grows it; the right button keeps it.
+    void realPointerRestartsInsideTheBand()
+    {
+        auto overlay = showOverlay(true);
+        QVERIFY(QTest::qWaitFor([&] { return overlay->isActiveWindow(); }));
+        RubberBandEnhanced *band = bandOf(*overlay);
+        QVERIFY(xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "250", "200", "mousemove", "399",
+                         "299", "mouseup", "1"}));
+        QVERIFY(QTest::qWaitFor([&] { return band->geometry() == QRect(100, 100, 300, 200); }));
+
+        QVERIFY(xdotool({"mousemove", "150", "200", "mousedown", "1", "mousemove", "200", "230", "mousemove", "250",
+                         "260", "mouseup", "1"}));
+        QVERIFY(QTest::qWaitFor([&] { return band->geometry() == QRect(150, 200, 101, 61); }, 3000));
+        QVERIFY(band->isVisible());
+        QVERIFY(overlay->isSelecting());
+        QVERIFY(!overlay->hasEnded());
+
+        QVERIFY(xdotool({"click", "3"}));
+        QVERIFY(QTest::qWaitFor([&] { return overlay->hasEnded(); }, 3000));
+        QCOMPARE(patternMismatch(overlay->result().toImage(), QRect(150, 200, 101, 61)), QString());
+        QVERIFY(xdotool({"mousemove", "1900", "1060"}));
     }
 };
 
