@@ -13,12 +13,12 @@ fb_add_test(attachments screenshot XVFB)
 fb_add_test(attachments screenshotflow WINDOW XVFB TIMEOUT 300)
 # Scaled displays: the same test at two scale factors.
 fb_add_test(attachments capture_hidpi XVFB ENV QT_SCALE_FACTOR=2)
-add_test(NAME attachments/capture_hidpi_1.5 COMMAND ${FB_XVFB_RUNNER} $<TARGET_FILE:tst_capture_hidpi>)
+add_test(NAME attachments/capture_hidpi_1.5 COMMAND ${FB_TEST_RUNNER} ${FB_XVFB_RUNNER} $<TARGET_FILE:tst_capture_hidpi>)
 get_test_property(attachments/capture_hidpi ENVIRONMENT FB_HIDPI_ENV)
 list(TRANSFORM FB_HIDPI_ENV REPLACE "^QT_SCALE_FACTOR=2$" "QT_SCALE_FACTOR=1.5")
 set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
-    PASS_REGULAR_EXPRESSION "Totals: [0-9]+ passed, 0 failed"
-    FAIL_REGULAR_EXPRESSION "Totals: [0-9]+ passed, [1-9][0-9]* failed"
+    PASS_REGULAR_EXPRESSION "${FB_PASS_PATTERN}"
+    FAIL_REGULAR_EXPRESSION "${FB_FAIL_PATTERNS}"
     TIMEOUT 300
     LABELS attachments
     ENVIRONMENT "${FB_HIDPI_ENV}")
@@ -27,11 +27,11 @@ set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
 add_executable(tst_capture_dualscreen attachments/tst_capture_dualscreen.cpp)
 target_link_libraries(tst_capture_dualscreen PRIVATE fbtestsupport)
 add_test(NAME attachments/capture_dualscreen
-         COMMAND ${FB_XVFB_RUNNER} ${CMAKE_CURRENT_SOURCE_DIR}/attachments/run-under-xephyr.sh
+         COMMAND ${FB_TEST_RUNNER} ${FB_XVFB_RUNNER} ${CMAKE_CURRENT_SOURCE_DIR}/attachments/run-under-xephyr.sh
                  $<TARGET_FILE:tst_capture_dualscreen>)
 set_tests_properties(attachments/capture_dualscreen PROPERTIES
-    PASS_REGULAR_EXPRESSION "Totals: [0-9]+ passed, 0 failed"
-    FAIL_REGULAR_EXPRESSION "Totals: [0-9]+ passed, [1-9][0-9]* failed"
+    PASS_REGULAR_EXPRESSION "${FB_PASS_PATTERN}"
+    FAIL_REGULAR_EXPRESSION "${FB_FAIL_PATTERNS}"
     TIMEOUT 300
     LABELS attachments
     RESOURCE_LOCK instance_guard_port
