@@ -239,9 +239,11 @@ static void writeGuardChildRecord(const QString &path, QWidget *modal)
 
 int main(int argc, char *argv[])
 {
-    TestEnvironment::instance();
-    QApplication app(argc, argv);
+    // The guard child keeps the environment of the test that started it (HOME, XDG and
+    // TMPDIR point at that test's private folder), so the test can see whether the
+    // child made its thumbnail or suite folder.
     if (argc == 3 && QByteArray(argv[1]) == "--guard-child") {
+        QApplication app(argc, argv);
         const QString record = QString::fromLocal8Bit(argv[2]);
         ModalAnswerer answerer;
         answerer.then([record](QWidget *modal) {
@@ -252,6 +254,8 @@ int main(int argc, char *argv[])
         MainWindow window; // the guard ends the process here
         return 3;
     }
+    TestEnvironment::instance();
+    QApplication app(argc, argv);
     TestStartup tc;
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&tc, argc, argv);
