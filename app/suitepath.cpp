@@ -1,6 +1,7 @@
 #include "app/suitepath.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QStandardPaths>
 #include <QString>
 
@@ -27,8 +28,14 @@ QString suiteFolder(int kind)
 #endif
         return QDir::toNativeSeparators(withoutTrailingSeparator(base) + QLatin1String("/Korvane"));
     }
-    case SuiteTempFolder:
-        return QDir::toNativeSeparators(withoutTrailingSeparator(QDir::tempPath()));
+    case SuiteTempFolder: {
+        // No folder at all rather than one that is not there: callers treat an empty
+        // answer as "nowhere to write". Some Qt builds hand back TMPDIR unchecked.
+        const QString temp = withoutTrailingSeparator(QDir::tempPath());
+        if (temp.isEmpty() || !QFileInfo(temp).isDir())
+            return QString();
+        return QDir::toNativeSeparators(temp);
+    }
     default:
         return QString();
     }

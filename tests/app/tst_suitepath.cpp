@@ -34,6 +34,20 @@ private slots:
         QVERIFY(probe.remove());
     }
 
+    void tempFolderThatIsNotThereIsEmpty()
+    {
+        const QByteArray saved = qgetenv("TMPDIR");
+        qputenv("TMPDIR", (TestEnvironment::instance().root() + "/no-such-folder").toLocal8Bit());
+        const QByteArray missing(SuitePath(2));
+        const QString blocker = TestEnvironment::instance().root() + "/a-file";
+        QVERIFY(!writeTestFile(blocker).isEmpty());
+        qputenv("TMPDIR", blocker.toLocal8Bit());
+        const QByteArray file(SuitePath(2));
+        qputenv("TMPDIR", saved);
+        QCOMPARE(missing, QByteArray());
+        QCOMPARE(file, QByteArray());
+    }
+
     void utf8PathsSurvive()
     {
         const QString folder = TestEnvironment::instance().root() + QString::fromUtf8("/conf \xC3\xA9t\xC3\xA9");
