@@ -242,8 +242,11 @@ int main(int argc, char *argv[])
     // The guard child keeps the environment of the test that started it (HOME, XDG and
     // TMPDIR point at that test's private folder), so the test can see whether the
     // child made its thumbnail or suite folder.
-    if (argc == 3 && QByteArray(argv[1]) == "--guard-child") {
-        QApplication app(argc, argv);
+    const bool guardChild = argc == 3 && QByteArray(argv[1]) == "--guard-child";
+    if (!guardChild)
+        TestEnvironment::instance();
+    QApplication app(argc, argv);
+    if (guardChild) {
         const QString record = QString::fromLocal8Bit(argv[2]);
         ModalAnswerer answerer;
         answerer.then([record](QWidget *modal) {
@@ -254,8 +257,6 @@ int main(int argc, char *argv[])
         MainWindow window; // the guard ends the process here
         return 3;
     }
-    TestEnvironment::instance();
-    QApplication app(argc, argv);
     TestStartup tc;
     QTEST_SET_MAIN_SOURCE_PATH
     return QTest::qExec(&tc, argc, argv);

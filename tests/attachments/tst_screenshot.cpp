@@ -67,15 +67,16 @@ void select(ScreenShot &overlay, const QRect &rect)
     overlay.rubberBand()->repaint();
 }
 
-// The same selection made with the real pointer on the active overlay.
-void selectWithRealPointer(ScreenShot &overlay, const QRect &rect)
+// The same selection made with the real pointer on the active overlay; true once the
+// band shows exactly `rect`.
+bool selectWithRealPointer(ScreenShot &overlay, const QRect &rect)
 {
-    QVERIFY(QTest::qWaitFor([&] { return overlay.isActiveWindow(); }));
     const QPoint from = rect.topLeft();
     const QPoint to = rect.bottomRight();
-    QVERIFY(xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1", "mousemove",
-                     QString::number(to.x()), QString::number(to.y()), "mouseup", "1"}));
-    QVERIFY(QTest::qWaitFor([&] { return overlay.rubberBand()->geometry() == rect; }));
+    return QTest::qWaitFor([&] { return overlay.isActiveWindow(); })
+           && xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",
+                       "mousemove", QString::number(to.x()), QString::number(to.y()), "mouseup", "1"})
+           && QTest::qWaitFor([&] { return overlay.rubberBand()->geometry() == rect; });
 }
 
 QString zonesLaidOut(const RubberBandEnhanced &band)
@@ -624,9 +625,7 @@ private slots:
         auto overlay = showOverlay(true);
         RubberBandEnhanced *band = bandOf(*overlay);
         const QRect selection(100, 100, 300, 200);
-        selectWithRealPointer(*overlay, selection);
-        if (QTest::currentTestFailed())
-            return;
+        QVERIFY(selectWithRealPointer(*overlay, selection));
         QVERIFY(QTest::qWaitFor([&] { return zonesLaidOut(*band) == "012345678"; }));
 
         for (int zone : {int(CaptureGeometry::TopLeft), int(CaptureGeometry::Right), int(SizeLabel)}) {
@@ -639,7 +638,8 @@ private slots:
         QVERIFY(xdotool({"mousemove", "150", "200"}));
         QVERIFY(QTest::qWaitFor([&] { return overlay->activeZone() == int(NoZone); }, 3000));
         QCOMPARE(band->cursor().shape(), Qt::CrossCursor);
-        QVERIFY(!band->zoneHovered(SizeLabel));
+        for (int zone = 0; zone <= SizeLabel; ++zone)
+            QVERIFY(!band->zoneHovered(zone));
         QVERIFY(xdotool({"mousemove", "1900", "1060"}));
     }
 
@@ -649,9 +649,7 @@ private slots:
     {
         auto overlay = showOverlay(true);
         RubberBandEnhanced *band = bandOf(*overlay);
-        selectWithRealPointer(*overlay, QRect(100, 100, 300, 200));
-        if (QTest::currentTestFailed())
-            return;
+        QVERIFY(selectWithRealPointer(*overlay, QRect(100, 100, 300, 200)));
 
         QVERIFY(xdotool({"mousemove", "150", "200", "mousedown", "1", "mousemove", "200", "230", "mousemove", "250",
                          "260", "mouseup", "1"}));

@@ -22,12 +22,12 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegExpValidator>
 #include <QSpacerItem>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTranslator>
 #include <QTreeWidget>
-#include <QRegExpValidator>
 #include <QValidator>
 #include <QtTest>
 
@@ -1114,32 +1114,35 @@ private slots:
     void numberFieldsTakeOnlyTheirDigits_data()
     {
         QTest::addColumn<QString>("field");
+        QTest::addColumn<QString>("pattern");
         QTest::addColumn<QString>("typed");
         QTest::addColumn<QString>("shown");
-        QTest::newRow("build 3126") << "line_Build" << "3126" << "3126";
-        QTest::newRow("build 12345") << "line_Build" << "12345" << "1234";
-        QTest::newRow("build 0") << "line_Build" << "0" << "";
-        QTest::newRow("build 0123") << "line_Build" << "0123" << "123";
-        QTest::newRow("build letters") << "line_Build" << "3a1b" << "31";
-        QTest::newRow("build -5") << "line_Build" << "-5" << "5";
-        QTest::newRow("delay 999") << "line_Snapshot_Delay" << "999" << "999";
-        QTest::newRow("delay 1000") << "line_Snapshot_Delay" << "1000" << "100";
-        QTest::newRow("delay 0") << "line_Snapshot_Delay" << "0" << "";
-        QTest::newRow("delay 05") << "line_Snapshot_Delay" << "05" << "5";
-        QTest::newRow("delay 2.5") << "line_Snapshot_Delay" << "2.5" << "25";
+        const QString build = QStringLiteral("[1-9]\\d{0,3}");
+        const QString delay = QStringLiteral("[1-9]\\d{0,2}");
+        QTest::newRow("build 3126") << "line_Build" << build << "3126" << "3126";
+        QTest::newRow("build 12345") << "line_Build" << build << "12345" << "1234";
+        QTest::newRow("build 0") << "line_Build" << build << "0" << "";
+        QTest::newRow("build 0123") << "line_Build" << build << "0123" << "123";
+        QTest::newRow("build letters") << "line_Build" << build << "3a1b" << "31";
+        QTest::newRow("build -5") << "line_Build" << build << "-5" << "5";
+        QTest::newRow("delay 999") << "line_Snapshot_Delay" << delay << "999" << "999";
+        QTest::newRow("delay 1000") << "line_Snapshot_Delay" << delay << "1000" << "100";
+        QTest::newRow("delay 0") << "line_Snapshot_Delay" << delay << "0" << "";
+        QTest::newRow("delay 05") << "line_Snapshot_Delay" << delay << "05" << "5";
+        QTest::newRow("delay 2.5") << "line_Snapshot_Delay" << delay << "2.5" << "25";
     }
 
     void numberFieldsTakeOnlyTheirDigits()
     {
         QFETCH(QString, field);
+        QFETCH(QString, pattern);
         QFETCH(QString, typed);
         QFETCH(QString, shown);
         QLineEdit *edit = find<QLineEdit>(field.toLatin1().constData());
         QVERIFY(edit);
         const QRegExpValidator *validator = qobject_cast<const QRegExpValidator *>(edit->validator());
         QVERIFY(validator);
-        QCOMPARE(validator->regExp().pattern(),
-                 QString(field == "line_Build" ? "[1-9]\\d{0,3}" : "[1-9]\\d{0,2}"));
+        QCOMPARE(validator->regExp().pattern(), pattern);
         edit->clear();
         QTest::keyClicks(edit, typed);
         QCOMPARE(edit->text(), shown);
