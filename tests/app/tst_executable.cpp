@@ -11,6 +11,10 @@
 
 namespace {
 
+// Deadline for what a loaded machine (or a sanitizer build) may make slow: a window
+// becoming active, a program ending after its window is closed.
+constexpr int kWaitMs = 60000;
+
 const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
 
 QByteArray run(const QString &program, const QStringList &arguments, int timeoutMs = 20000)
@@ -33,15 +37,25 @@ QString waitForWindow(const QString &name)
             id = QString::fromLatin1(run("xdotool", {"search", "--onlyvisible", "--name", name}).split('\n').value(0));
             return !id.isEmpty();
         },
-        15000);
-    Q_UNUSED(found)
-    return id;
+        kWaitMs);
+    return found ? id : QString();
 }
 
-void closeWithKeyboard(const QString &windowId, const QString &keys)
+// Keys go to the active window, so they are sent only once the window manager reports
+// this window active; on a loaded machine that can take a while after it is mapped.
+bool closeWithKeyboard(const QString &windowId, const QString &keys)
 {
-    run("xdotool", {"windowactivate", "--sync", windowId});
-    run("xdotool", {"key", "--clearmodifiers", keys});
+    const bool active = QTest::qWaitFor(
+        [&] {
+            if (run("xdotool", {"getactivewindow"}) == windowId.toLatin1())
+                return true;
+            run("xdotool", {"windowactivate", windowId});
+            return false;
+        },
+        kWaitMs);
+    if (active)
+        run("xdotool", {"key", "--clearmodifiers", keys});
+    return active;
 }
 
 } // namespace
@@ -65,7 +79,7 @@ private slots:
     {
         AppProcess app;
         app.start();
-        QVERIFY2(app.waitUntilGuardTaken(), app.output().constData());
+        QVERIFY2(app.waitUntilGuardTaken(kWaitMs), app.output().constData());
         const QString id = waitForWindow("Feedback Agent");
         QVERIFY(!id.isEmpty());
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir());
@@ -76,8 +90,8 @@ private slots:
         QVERIFY(!writeTestFile(env.thumbnailFolder() + "/.hidden").isEmpty());
         QVERIFY(!writeTestFile(env.thumbnailFolder() + "/sub/picture.png").isEmpty());
 
-        closeWithKeyboard(id, "alt+F4");
-        QVERIFY(app.waitForFinished());
+        QVERIFY(closeWithKeyboard(id, "alt+F4"));
+        QVERIFY(app.waitForFinished(kWaitMs));
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.exitCode(), 0);
         QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
@@ -100,8 +114,8 @@ private slots:
         const QByteArray windows = run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(app.pid())});
         QCOMPARE(windows.split('\n').size(), 1);
 
-        closeWithKeyboard(id, "Return");
-        QVERIFY(app.waitForFinished());
+        QVERIFY(closeWithKeyboard(id, "Return"));
+        QVERIFY(app.waitForFinished(kWaitMs));
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.exitCode(), 0);
         // It stopped before building anything.
@@ -113,7 +127,7 @@ private slots:
     {
         AppProcess first;
         first.start();
-        QVERIFY(first.waitUntilGuardTaken());
+        QVERIFY(first.waitUntilGuardTaken(kWaitMs));
         const QString firstWindow = waitForWindow("Feedback Agent");
         QVERIFY(!firstWindow.isEmpty());
 
@@ -128,17 +142,17 @@ private slots:
                 boxId = QString::fromLatin1(ids.value(0));
                 return !boxId.isEmpty();
             },
-            15000);
+            kWaitMs);
         QVERIFY(boxShown);
         QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", boxId})), kTitle);
-        closeWithKeyboard(boxId, "Return");
-        QVERIFY(second.waitForFinished());
+        QVERIFY(closeWithKeyboard(boxId, "Return"));
+        QVERIFY(second.waitForFinished(kWaitMs));
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(first.process().state(), QProcess::Running);
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir()); // the first one's folder is untouched
 
-        closeWithKeyboard(firstWindow, "alt+F4");
-        QVERIFY(first.waitForFinished());
+        QVERIFY(closeWithKeyboard(firstWindow, "alt+F4"));
+        QVERIFY(first.waitForFinished(kWaitMs));
         QCOMPARE(first.exitCode(), 0);
     }
 
@@ -149,12 +163,12 @@ private slots:
         QVERIFY(!writeTestFile(env.home() + "/.fbagent", "[application]\n").isEmpty());
         AppProcess app;
         app.start();
-        QVERIFY(app.waitUntilGuardTaken());
+        QVERIFY(app.waitUntilGuardTaken(kWaitMs));
         const QString id = waitForWindow("Feedback Agent");
         QVERIFY(!id.isEmpty());
         QVERIFY(!QFile::exists(env.home() + "/.fbagent"));
-        closeWithKeyboard(id, "alt+F4");
-        QVERIFY(app.waitForFinished());
+        QVERIFY(closeWithKeyboard(id, "alt+F4"));
+        QVERIFY(app.waitForFinished(kWaitMs));
         QVERIFY(QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
     }
 
@@ -163,10 +177,10 @@ private slots:
         QVERIFY(!writeTestFile(env.home() + "/.fbagent", "[application]\n").isEmpty());
         AppProcess app;
         app.start();
-        QVERIFY(app.waitUntilGuardTaken());
+        QVERIFY(app.waitUntilGuardTaken(kWaitMs));
         const QString id = waitForWindow("Feedback Agent");
-        closeWithKeyboard(id, "alt+F4");
-        QVERIFY(app.waitForFinished());
+        QVERIFY(closeWithKeyboard(id, "alt+F4"));
+        QVERIFY(app.waitForFinished(kWaitMs));
         QVERIFY(QFile::exists(env.home() + "/.fbagent"));
         QVERIFY(!QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
         QVERIFY(QFileInfo(env.suiteFolder()).isDir());
