@@ -51,6 +51,9 @@ cleanup() {
     umount -R "$root" 2>/dev/null || umount -lR "$root" 2>/dev/null || true
     if [ "${FB_FRESH_ROOT_KEEP:-0}" = 1 ]; then
         echo "fresh-root: the root stays at $root"
+    elif grep -qF " $root" /proc/self/mounts; then
+        # Never delete through a mount that is still there.
+        echo "fresh-root: something is still mounted under $root; left in place"
     else
         rm -rf --one-file-system "$work"
     fi
