@@ -1,5 +1,7 @@
 #include "attachments/dib.h"
 
+#include "attachments/imagelimits.h"
+
 #include <algorithm>
 
 namespace dib {
@@ -70,6 +72,12 @@ std::vector<unsigned char> bmp_file_from_clipboard_block(const unsigned char *bl
     InfoHeader header;
     if (!read_info_header(block, blockSize, header))
         return {};
+    // Any program can put a block on the clipboard: its image-size field must not make
+    // us allocate or write more than the block holds, nor its width and height make
+    // the image reader allocate a picture larger than any screen.
+    if (header.sizeImage > blockSize - kInfoHeaderSize
+        || !imagelimits::within_pixel_bound(header.width, header.height))
+        return {};
 
     std::vector<unsigned char> file(kBmpHeadersSize + std::size_t(header.sizeImage), 0);
     unsigned char *out = file.data();
@@ -80,8 +88,7 @@ std::vector<unsigned char> bmp_file_from_clipboard_block(const unsigned char *bl
     write_info_header(header, out);
 
     // The pixel bytes start right after the 40 bytes, whatever the header size says.
-    const std::size_t available = std::min<std::size_t>(header.sizeImage, blockSize - kInfoHeaderSize);
-    std::copy_n(block + kInfoHeaderSize, available, file.begin() + kBmpHeadersSize);
+    std::copy_n(block + kInfoHeaderSize, header.sizeImage, file.begin() + kBmpHeadersSize);
     return file;
 }
 

@@ -41,8 +41,11 @@ void write_info_header(const InfoHeader &header, unsigned char *out);
 // from byte 40 of the block on. Whatever follows the 40 bytes (colour masks, a colour
 // table, the rest of a larger header) is copied as pixel bytes and the header-size
 // field keeps its clipboard value: pasted pictures have always come out this way.
-// An image size of 0 gives the 54 header bytes alone. Bytes the block lacks are
-// written as zeros. A block shorter than 40 bytes gives an empty result.
+// An image size of 0 gives the 54 header bytes alone. A block shorter than 40 bytes,
+// one whose image size says more bytes than follow its 40 header bytes, or one whose
+// width and height exceed imagelimits::kMaxPixels gives an empty result (no image):
+// the result never holds more than the block plus the 54 header bytes, and never
+// makes the image reader allocate more than the bound.
 std::vector<unsigned char> bmp_file_from_clipboard_block(const unsigned char *block, std::size_t blockSize);
 
 // Bit depth and colour-table size of the DIB the clipboard writer makes from a

@@ -5,6 +5,7 @@
 // Also the Windows paste's detour through a temporary .bmp file, which needs no Win32.
 #include "attachments/clipboardbmp.h"
 #include "attachments/dib.h"
+#include "attachments/imagelimits.h"
 #include "support/testenv.h"
 
 #include <QApplication>
@@ -126,11 +127,71 @@ private slots:
     {
         QVERIFY(bmpFor(QByteArray(39, '\x28')).empty());
         QVERIFY(bmpFor(QByteArray()).empty());
-        // Fewer pixel bytes than the image size says: the rest is written as zeros.
-        QByteArray block = kBitfieldsBlock.left(44);
-        const QByteArray file = bytes(bmpFor(block));
-        QCOMPARE(file.size(), 54 + 16);
-        QCOMPARE(file.mid(54).toHex(), QByteArray("0000ff00000000000000000000000000"));
+        // Fewer pixel bytes than the image size says: no image.
+        QVERIFY(bmpFor(kBitfieldsBlock.left(55)).empty());
+        // Exactly as many: the whole file.
+        QCOMPARE(int(bmpFor(kBitfieldsBlock.left(56)).size()), 54 + 16);
+    }
+
+    // A 40-byte block whose image size says 0xFFFFFF00 bytes: no image (it used to give
+    // a 4 GiB file of zeros).
+    void imageSizeBeyondTheBlockGivesNoImage()
+    {
+        QByteArray block = kBitfieldsBlock.left(40);
+        block.replace(20, 4, QByteArray::fromHex("00ffffff"));
+        QVERIFY(bmpFor(block).empty());
+        block += QByteArray(1000, '\x7f');
+        QVERIFY(bmpFor(block).empty());
+    }
+
+    void pixelBound_data()
+    {
+        QTest::addColumn<qint64>("width");
+        QTest::addColumn<qint64>("height");
+        QTest::addColumn<bool>("within");
+
+        QTest::newRow("empty") << qint64(0) << qint64(0) << true;
+        QTest::newRow("a screen") << qint64(3840) << qint64(2160) << true;
+        QTest::newRow("exactly 2^27") << qint64(16384) << qint64(8192) << true;
+        QTest::newRow("2^27 top-down") << qint64(16384) << qint64(-8192) << true;
+        QTest::newRow("one row more") << qint64(16384) << qint64(8193) << false;
+        QTest::newRow("one column more") << qint64(16385) << qint64(8192) << false;
+        QTest::newRow("one pixel high, 2^27 wide") << qint64(1) << (qint64(1) << 27) << true;
+        QTest::newRow("one pixel high, 2^27 + 1 wide") << (qint64(1) << 27) + 1 << qint64(1) << false;
+        QTest::newRow("largest 32-bit fields") << qint64(INT32_MAX) << qint64(INT32_MAX) << false;
+        QTest::newRow("smallest 32-bit fields") << qint64(INT32_MIN) << qint64(INT32_MIN) << false;
+    }
+
+    void pixelBound()
+    {
+        QFETCH(qint64, width);
+        QFETCH(qint64, height);
+        QTEST(imagelimits::within_pixel_bound(width, height), "within");
+    }
+
+    // Width and height beyond the bound give no image whatever the image size says; at
+    // the bound the file is made as always (here with no pixel bytes: 54 bytes).
+    void blockDimensionsBeyondTheBoundGiveNoImage_data()
+    {
+        QTest::addColumn<QByteArray>("widthField");
+        QTest::addColumn<QByteArray>("heightField");
+        QTest::addColumn<int>("fileSize");
+
+        QTest::newRow("16384 x 8192") << QByteArray("00400000") << QByteArray("00200000") << 54;
+        QTest::newRow("16384 x -8192") << QByteArray("00400000") << QByteArray("00e0ffff") << 54;
+        QTest::newRow("16385 x 8192") << QByteArray("01400000") << QByteArray("00200000") << 0;
+        QTest::newRow("2^31 - 1 squared") << QByteArray("ffffff7f") << QByteArray("ffffff7f") << 0;
+        QTest::newRow("-2^31 squared") << QByteArray("00000080") << QByteArray("00000080") << 0;
+    }
+
+    void blockDimensionsBeyondTheBoundGiveNoImage()
+    {
+        QFETCH(QByteArray, widthField);
+        QFETCH(QByteArray, heightField);
+        QByteArray block = kZeroSizeBlock;
+        block.replace(4, 4, QByteArray::fromHex(widthField));
+        block.replace(8, 4, QByteArray::fromHex(heightField));
+        QTEST(int(bmpFor(block).size()), "fileSize");
     }
 
     void headerRoundTrip()

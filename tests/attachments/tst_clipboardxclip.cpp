@@ -75,6 +75,37 @@ private slots:
         QCOMPARE(scratch.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), before);
     }
 
+    // Another program's picture is decoded only when its header claims at most 2^27
+    // pixels; beyond that it is no image, even a valid one. One-bit pictures keep the
+    // test's own memory small (16 MiB at the bound).
+    void offeredPictureWithinTheBound_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("read");
+
+        QTest::newRow("16384 x 8192, the bound") << QSize(16384, 8192) << true;
+        QTest::newRow("16385 x 8192, one column more") << QSize(16385, 8192) << false;
+        QTest::newRow("12000 x 12000") << QSize(12000, 12000) << false;
+    }
+
+    void offeredPictureWithinTheBound()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, read);
+        QImage offered(size, QImage::Format_Mono);
+        offered.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+        offered.fill(0);
+        offered.setPixel(size.width() - 1, size.height() - 1, 1);
+        QVERIFY(xclip.serve(pngOf(offered), "image/png"));
+        QImage image;
+        QCOMPARE(read_image_from_clipboard(image, QDir(TestEnvironment::instance().temp())), read);
+        QCOMPARE(image.size(), read ? size : QSize(0, 0)); // a null image is 0 x 0
+        if (read) {
+            QCOMPARE(image.pixel(size.width() - 1, size.height() - 1), qRgb(0, 0, 0));
+            QCOMPARE(image.pixel(0, 0), qRgb(255, 255, 255));
+        }
+    }
+
     void textFromXclipIsNoImage()
     {
         QVERIFY(xclip.serve("just words", "UTF8_STRING", "text/plain"));
