@@ -13,7 +13,7 @@ export CCACHE_BASEDIR=$root
 
 CC=clang CXX=clang++ cmake -S "$root" -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DFB_FUZZ=ON -DFB_BUILD_TESTS=OFF -DFB_BUILD_BENCH=OFF >/dev/null
-cmake --build "$build" -j"$(nproc)" --target fuzz_launchoptions fuzz_settingsload
+cmake --build "$build" -j"$(nproc)" --target fuzz_launchoptions fuzz_settingsload fuzz_clipboardblock fuzz_dumpsummary
 
 # A private network namespace keeps the settings target's window off the guard port of
 # a program or test running beside it, and keeps e-mail checks of fuzzed addresses away
@@ -28,15 +28,18 @@ fi
 export LSAN_OPTIONS=suppressions=$root/tools/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
-fuzz() { # target name, seed corpus and dictionary name
+# fuzz <target> <name> [libFuzzer options...]: runs a target on the seed corpus
+# fuzz/corpus/<name> (and fuzz/<name>.dict where there is one).
+fuzz() {
     local target=$1 name=$2
+    shift 2
     local corpus=$build/corpus/$name artifacts=$build/artifacts/$name log=$build/$target.log
+    local options=(-max_total_time="$seconds" -timeout=10 -print_final_stats=1 -artifact_prefix="$artifacts/")
+    [ -f "$root/fuzz/$name.dict" ] && options+=(-dict="$root/fuzz/$name.dict")
     mkdir -p "$corpus" "$artifacts"
     echo "--- $target: ${seconds}s"
     local status=0
-    "${isolate[@]}" "$build/fuzz/$target" -max_total_time="$seconds" -timeout=10 -rss_limit_mb=2048 \
-        -dict="$root/fuzz/$name.dict" -print_final_stats=1 \
-        -artifact_prefix="$artifacts/" "$corpus" "$root/fuzz/corpus/$name" >"$log" 2>&1 || status=$?
+    "${isolate[@]}" "$build/fuzz/$target" "${options[@]}" "$@" "$corpus" "$root/fuzz/corpus/$name" >"$log" 2>&1 || status=$?
     if [ "$status" -ne 0 ]; then
         tail -n 60 "$log"
         echo "$target failed (exit $status); inputs kept in $artifacts"
@@ -47,5 +50,9 @@ fuzz() { # target name, seed corpus and dictionary name
     echo "$target: $runs inputs run, no crash; corpus $(find "$corpus" -type f | wc -l) files"
 }
 
-fuzz fuzz_launchoptions launchoptions
-fuzz fuzz_settingsload settingsload
+fuzz fuzz_launchoptions launchoptions -rss_limit_mb=2048
+fuzz fuzz_settingsload settingsload -rss_limit_mb=2048
+# The readers of outside bytes: a size bomb (an allocation or a process beyond 512 MiB)
+# counts as a failure.
+fuzz fuzz_clipboardblock clipboardblock -rss_limit_mb=512 -malloc_limit_mb=512
+fuzz fuzz_dumpsummary dumpsummary -rss_limit_mb=512 -malloc_limit_mb=512
