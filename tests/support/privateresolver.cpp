@@ -95,7 +95,9 @@ QString unshareNamespaces()
 
 QString bindOver(const QString &source, const char *target)
 {
-    if (::mount(QFile::encodeName(source).constData(), target, nullptr, MS_BIND, nullptr) != 0)
+    // The kernel ignores the type of a bind mount; a named one keeps memcheck from
+    // reporting the null pointer it may otherwise be.
+    if (::mount(QFile::encodeName(source).constData(), target, "none", MS_BIND, nullptr) != 0)
         return systemError(target);
     return QString();
 }
@@ -124,7 +126,7 @@ QString setUp(PrivateResolver::Source source)
         return failure;
     // Without this, on a host whose root mount is shared, the bind mounts below would
     // show up in the machine's own /etc.
-    if (::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0)
+    if (::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) != 0)
         return systemError("making the mount tree private");
     for (const auto &pair : {std::make_pair("/nsswitch.conf", "/etc/nsswitch.conf"),
                              std::make_pair("/hosts", "/etc/hosts"), std::make_pair("/resolv.conf", "/etc/resolv.conf")}) {
