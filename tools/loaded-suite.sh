@@ -14,6 +14,7 @@ stress-ng --cpu "$(nproc)" --quiet &
 stress=$!
 trap 'kill "$stress" 2>/dev/null; wait "$stress" 2>/dev/null' EXIT
 
+export CTEST_OUTPUT_ON_FAILURE=1
 failed=0
 for run in $(seq 1 "$runs"); do
     start=$(date +%s)

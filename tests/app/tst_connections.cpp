@@ -130,7 +130,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         auto *frame = MainWindowProbe::widget<QWidget>(window, "frame_Settings");
         QVERIFY(frame->isHidden());
         MainWindowProbe::widget<QCheckBox>(window, "check_Settings")->setChecked(true);
@@ -171,7 +171,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         window.activateWindow();
         MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
         auto *tabs = MainWindowProbe::widget<QTabWidget>(window, "tabWidget");

@@ -11,10 +11,6 @@
 
 namespace {
 
-// Deadline for what a loaded machine (or a sanitizer build) may make slow: a window
-// becoming active, a program ending after its window is closed.
-constexpr int kWaitMs = 60000;
-
 const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
 
 QByteArray run(const QString &program, const QStringList &arguments, int timeoutMs = 20000)
@@ -37,7 +33,7 @@ QString waitForWindow(const QString &name)
             id = QString::fromLatin1(run("xdotool", {"search", "--onlyvisible", "--name", name}).split('\n').value(0));
             return !id.isEmpty();
         },
-        kWaitMs);
+        kEventWaitMs);
     return found ? id : QString();
 }
 
@@ -52,7 +48,7 @@ bool closeWithKeyboard(const QString &windowId, const QString &keys)
             run("xdotool", {"windowactivate", windowId});
             return false;
         },
-        kWaitMs);
+        kEventWaitMs);
     if (active)
         run("xdotool", {"key", "--clearmodifiers", keys});
     return active;
@@ -79,7 +75,7 @@ private slots:
     {
         AppProcess app;
         app.start();
-        QVERIFY2(app.waitUntilGuardTaken(kWaitMs), app.output().constData());
+        QVERIFY2(app.waitUntilGuardTaken(kEventWaitMs), app.output().constData());
         const QString id = waitForWindow("Feedback Agent");
         QVERIFY(!id.isEmpty());
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir());
@@ -91,7 +87,7 @@ private slots:
         QVERIFY(!writeTestFile(env.thumbnailFolder() + "/sub/picture.png").isEmpty());
 
         QVERIFY(closeWithKeyboard(id, "alt+F4"));
-        QVERIFY(app.waitForFinished(kWaitMs));
+        QVERIFY(app.waitForFinished(kEventWaitMs));
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.exitCode(), 0);
         QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
@@ -115,7 +111,7 @@ private slots:
         QCOMPARE(windows.split('\n').size(), 1);
 
         QVERIFY(closeWithKeyboard(id, "Return"));
-        QVERIFY(app.waitForFinished(kWaitMs));
+        QVERIFY(app.waitForFinished(kEventWaitMs));
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.exitCode(), 0);
         // It stopped before building anything.
@@ -127,7 +123,7 @@ private slots:
     {
         AppProcess first;
         first.start();
-        QVERIFY(first.waitUntilGuardTaken(kWaitMs));
+        QVERIFY(first.waitUntilGuardTaken(kEventWaitMs));
         const QString firstWindow = waitForWindow("Feedback Agent");
         QVERIFY(!firstWindow.isEmpty());
 
@@ -142,17 +138,17 @@ private slots:
                 boxId = QString::fromLatin1(ids.value(0));
                 return !boxId.isEmpty();
             },
-            kWaitMs);
+            kEventWaitMs);
         QVERIFY(boxShown);
         QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", boxId})), kTitle);
         QVERIFY(closeWithKeyboard(boxId, "Return"));
-        QVERIFY(second.waitForFinished(kWaitMs));
+        QVERIFY(second.waitForFinished(kEventWaitMs));
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(first.process().state(), QProcess::Running);
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir()); // the first one's folder is untouched
 
         QVERIFY(closeWithKeyboard(firstWindow, "alt+F4"));
-        QVERIFY(first.waitForFinished(kWaitMs));
+        QVERIFY(first.waitForFinished(kEventWaitMs));
         QCOMPARE(first.exitCode(), 0);
     }
 
@@ -163,12 +159,12 @@ private slots:
         QVERIFY(!writeTestFile(env.home() + "/.fbagent", "[application]\n").isEmpty());
         AppProcess app;
         app.start();
-        QVERIFY(app.waitUntilGuardTaken(kWaitMs));
+        QVERIFY(app.waitUntilGuardTaken(kEventWaitMs));
         const QString id = waitForWindow("Feedback Agent");
         QVERIFY(!id.isEmpty());
         QVERIFY(!QFile::exists(env.home() + "/.fbagent"));
         QVERIFY(closeWithKeyboard(id, "alt+F4"));
-        QVERIFY(app.waitForFinished(kWaitMs));
+        QVERIFY(app.waitForFinished(kEventWaitMs));
         QVERIFY(QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
     }
 
@@ -177,10 +173,10 @@ private slots:
         QVERIFY(!writeTestFile(env.home() + "/.fbagent", "[application]\n").isEmpty());
         AppProcess app;
         app.start();
-        QVERIFY(app.waitUntilGuardTaken(kWaitMs));
+        QVERIFY(app.waitUntilGuardTaken(kEventWaitMs));
         const QString id = waitForWindow("Feedback Agent");
         QVERIFY(closeWithKeyboard(id, "alt+F4"));
-        QVERIFY(app.waitForFinished(kWaitMs));
+        QVERIFY(app.waitForFinished(kEventWaitMs));
         QVERIFY(QFile::exists(env.home() + "/.fbagent"));
         QVERIFY(!QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
         QVERIFY(QFileInfo(env.suiteFolder()).isDir());

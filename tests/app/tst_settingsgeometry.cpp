@@ -25,7 +25,7 @@ private:
         {
             MainWindow probe;
             probe.show();
-            if (!QTest::qWaitForWindowExposed(&probe))
+            if (!QTest::qWaitForWindowExposed(&probe, kEventWaitMs))
                 return nullptr;
             QTest::qWait(50);
             shown = QRect(QPoint(150, 100), probe.size());
@@ -36,7 +36,7 @@ private:
                               {{"window_pos", shown.topLeft()}, {"window_size", shown.size()}, {"remember_me", true}});
         auto window = std::make_unique<MainWindow>();
         window->show();
-        if (!QTest::qWaitForWindowExposed(window.get()))
+        if (!QTest::qWaitForWindowExposed(window.get(), kEventWaitMs))
             return nullptr;
         QTest::qWait(50);
         return window;

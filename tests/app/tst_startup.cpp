@@ -201,7 +201,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
         QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
         auto *tabs = MainWindowProbe::widget<QWidget>(window, "tabWidget");

@@ -20,7 +20,7 @@ set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
     PASS_REGULAR_EXPRESSION "${FB_PASS_PATTERN}"
     FAIL_REGULAR_EXPRESSION "${FB_FAIL_PATTERNS}"
     TIMEOUT 300
-    LABELS attachments
+    LABELS "attachments;x11"
     ENVIRONMENT "${FB_HIDPI_ENV}")
 
 # Two monitors: a nested Xephyr server with two Xinerama screens inside the Xvfb.
@@ -33,7 +33,7 @@ set_tests_properties(attachments/capture_dualscreen PROPERTIES
     PASS_REGULAR_EXPRESSION "${FB_PASS_PATTERN}"
     FAIL_REGULAR_EXPRESSION "${FB_FAIL_PATTERNS}"
     TIMEOUT 300
-    LABELS attachments
+    LABELS "attachments;x11"
     RESOURCE_LOCK instance_guard_port
     ENVIRONMENT "QT_QPA_PLATFORM=xcb;QT_XCB_GL_INTEGRATION=none;LSAN_OPTIONS=suppressions=${FB_LSAN_SUPPRESSIONS}:print_suppressions=0")
 

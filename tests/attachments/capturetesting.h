@@ -3,6 +3,8 @@
 // Helpers shared by the capture tests: a picture whose every pixel tells where it
 // was, and mouse and key events delivered straight to the overlay.
 
+#include "support/testenv.h"
+
 #include <QApplication>
 #include <QImage>
 #include <QKeyEvent>
@@ -121,10 +123,10 @@ inline QString windowManagerMinimiseProblem()
     QWidget probe;
     probe.resize(200, 100);
     probe.show();
-    if (!QTest::qWaitForWindowExposed(&probe))
+    if (!QTest::qWaitForWindowExposed(&probe, kEventWaitMs))
         return QStringLiteral("a plain window was never exposed");
     probe.showMinimized();
-    if (!QTest::qWaitFor([&] { return !probe.windowHandle()->isExposed(); }, 5000))
+    if (!QTest::qWaitFor([&] { return !probe.windowHandle()->isExposed(); }, kEventWaitMs))
         return QStringLiteral("a minimised window stayed on the screen: no window manager iconified it");
     return QString();
 }

@@ -6,6 +6,8 @@
 
 #include "attachments/screenshot.h"
 
+#include "support/testenv.h"
+
 #include <QApplication>
 #include <QCursor>
 #include <QKeyEvent>
@@ -64,7 +66,7 @@ private:
             // overlay's loop for ever.
             m_armed = true;
             QPointer<ScreenShot> guarded(overlay);
-            QTimer::singleShot(20000, overlay, [this, guarded] {
+            QTimer::singleShot(kEventWaitMs, overlay, [this, guarded] {
                 if (guarded && !guarded->hasEnded()) {
                     rescued = true;
                     QKeyEvent escape(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);

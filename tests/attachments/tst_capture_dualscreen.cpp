@@ -35,14 +35,15 @@ private:
         window = std::make_unique<MainWindow>();
         window->move(20, 20);
         window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
-        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->screen() == QGuiApplication::screens().at(0); }));
+        QVERIFY(QTest::qWaitForWindowExposed(window.get(), kEventWaitMs));
+        QVERIFY(QTest::qWaitFor(
+            [&] { return window->windowHandle()->screen() == QGuiApplication::screens().at(0); }, kEventWaitMs));
     }
 
     void takeScreenShot()
     {
         MainWindowProbe::widget<QPushButton>(*window, "button_Screen_Shot")->click();
-        QVERIFY(QTest::qWaitFor([&] { return !MainWindowProbe::geometryPinned(*window); }, 20000));
+        QVERIFY(QTest::qWaitFor([&] { return !MainWindowProbe::geometryPinned(*window); }, kEventWaitMs));
     }
 
 private slots:

@@ -294,18 +294,18 @@ private slots:
         QVERIFY(xclip.serve(pngOf(picture), "image/png"));
         window->show();
         window->activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(window.get()));
+        QVERIFY(QTest::qWaitForWindowActive(window.get(), kEventWaitMs));
         tree(*window)->setFocus();
-        QVERIFY(QTest::qWaitFor([&] { return tree(*window)->hasFocus(); }));
+        QVERIFY(QTest::qWaitFor([&] { return tree(*window)->hasFocus(); }, kEventWaitMs));
         NameQuestion question;
         ModalAnswerer answerer;
         answerer.then(answerName("typed", &question));
         QProcess xdotool;
         xdotool.start("xdotool", {"key", "--clearmodifiers", "ctrl+v"});
         QVERIFY(answerer.waitForSeen(1, 10000));
-        QVERIFY(QTest::qWaitFor([&] { return xdotool.state() == QProcess::NotRunning; }, 10000));
+        QVERIFY(QTest::qWaitFor([&] { return xdotool.state() == QProcess::NotRunning; }, kEventWaitMs));
         QCOMPARE(xdotool.exitCode(), 0);
-        QVERIFY(QTest::qWaitFor([&] { return tree(*window)->topLevelItemCount() == 1; }, 5000));
+        QVERIFY(QTest::qWaitFor([&] { return tree(*window)->topLevelItemCount() == 1; }, kEventWaitMs));
         QCOMPARE(thumbnailFiles(*window), QStringList{"typed.png"});
         QCOMPARE(argb(QImage(inFolder("typed.png"))), argb(picture));
     }

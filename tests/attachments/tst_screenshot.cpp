@@ -42,10 +42,10 @@ std::unique_ptr<ScreenShot> showOverlay(bool enhanced)
     overlay->setScreenGeometry(kScreen);
     overlay->setMouseTracking(true); // as capture() does
     overlay->showFullScreen();
-    if (!QTest::qWaitForWindowExposed(overlay.get()))
+    if (!QTest::qWaitForWindowExposed(overlay.get(), kEventWaitMs))
         qWarning("the overlay was not exposed");
     // The band finds its zones from global points: the overlay must sit on the screen.
-    if (!QTest::qWaitFor([&] { return overlay->mapToGlobal(QPoint(0, 0)) == kScreen.topLeft(); }))
+    if (!QTest::qWaitFor([&] { return overlay->mapToGlobal(QPoint(0, 0)) == kScreen.topLeft(); }, kEventWaitMs))
         qWarning("the overlay is not at the screen's origin");
     return overlay;
 }
@@ -73,10 +73,10 @@ bool selectWithRealPointer(ScreenShot &overlay, const QRect &rect)
 {
     const QPoint from = rect.topLeft();
     const QPoint to = rect.bottomRight();
-    return QTest::qWaitFor([&] { return overlay.isActiveWindow(); })
+    return QTest::qWaitFor([&] { return overlay.isActiveWindow(); }, kEventWaitMs)
            && xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",
                        "mousemove", QString::number(to.x()), QString::number(to.y()), "mouseup", "1"})
-           && QTest::qWaitFor([&] { return overlay.rubberBand()->geometry() == rect; });
+           && QTest::qWaitFor([&] { return overlay.rubberBand()->geometry() == rect; }, kEventWaitMs);
 }
 
 QString zonesLaidOut(const RubberBandEnhanced &band)
@@ -626,17 +626,18 @@ private slots:
         RubberBandEnhanced *band = bandOf(*overlay);
         const QRect selection(100, 100, 300, 200);
         QVERIFY(selectWithRealPointer(*overlay, selection));
-        QVERIFY(QTest::qWaitFor([&] { return zonesLaidOut(*band) == "012345678"; }));
+        QVERIFY(QTest::qWaitFor([&] { return zonesLaidOut(*band) == "012345678"; }, kEventWaitMs));
 
         for (int zone : {int(CaptureGeometry::TopLeft), int(CaptureGeometry::Right), int(SizeLabel)}) {
             const QPoint centre = band->zoneRect(zone).center() + selection.topLeft();
             QVERIFY(xdotool({"mousemove", QString::number(centre.x()), QString::number(centre.y())}));
-            QVERIFY2(QTest::qWaitFor([&] { return band->zoneHovered(zone); }, 3000), qPrintable(QString::number(zone)));
+            QVERIFY2(QTest::qWaitFor([&] { return band->zoneHovered(zone); }, kEventWaitMs),
+                     qPrintable(QString::number(zone)));
             QCOMPARE(overlay->activeZone(), zone);
             QCOMPARE(band->cursor().shape(), CaptureGeometry::zoneCursor(zone));
         }
         QVERIFY(xdotool({"mousemove", "150", "200"}));
-        QVERIFY(QTest::qWaitFor([&] { return overlay->activeZone() == int(NoZone); }, 3000));
+        QVERIFY(QTest::qWaitFor([&] { return overlay->activeZone() == int(NoZone); }, kEventWaitMs));
         QCOMPARE(band->cursor().shape(), Qt::CrossCursor);
         for (int zone = 0; zone <= SizeLabel; ++zone)
             QVERIFY(!band->zoneHovered(zone));
@@ -653,13 +654,13 @@ private slots:
 
         QVERIFY(xdotool({"mousemove", "150", "200", "mousedown", "1", "mousemove", "200", "230", "mousemove", "250",
                          "260", "mouseup", "1"}));
-        QVERIFY(QTest::qWaitFor([&] { return band->geometry() == QRect(150, 200, 101, 61); }, 3000));
+        QVERIFY(QTest::qWaitFor([&] { return band->geometry() == QRect(150, 200, 101, 61); }, kEventWaitMs));
         QVERIFY(band->isVisible());
         QVERIFY(overlay->isSelecting());
         QVERIFY(!overlay->hasEnded());
 
         QVERIFY(xdotool({"click", "3"}));
-        QVERIFY(QTest::qWaitFor([&] { return overlay->hasEnded(); }, 3000));
+        QVERIFY(QTest::qWaitFor([&] { return overlay->hasEnded(); }, kEventWaitMs));
         QCOMPARE(patternMismatch(overlay->result().toImage(), QRect(150, 200, 101, 61)), QString());
         QVERIFY(xdotool({"mousemove", "1900", "1060"}));
     }

@@ -85,7 +85,7 @@ private:
     {
         window = std::make_unique<MainWindow>();
         window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(window.get(), kEventWaitMs));
     }
 
     bool pinned() const { return MainWindowProbe::geometryPinned(*window); }
@@ -98,7 +98,8 @@ private:
         QVERIFY(QTest::qWaitFor([&] { return !pinned(); }, timeoutMs));
         // Back on the screen and settled with the window manager, as a user would
         // see it before the next click.
-        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed() && window->isActiveWindow(); }));
+        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed() && window->isActiveWindow(); },
+                                kEventWaitMs));
         QVERIFY(!window->isMinimized());
     }
 
@@ -197,7 +198,7 @@ private slots:
 
         // Once the window is minimised, the next check grabs.
         window->showMinimized();
-        QVERIFY(QTest::qWaitFor([&] { return watcher.fired() && !window->isMinimized(); }, 10000));
+        QVERIFY(QTest::qWaitFor([&] { return watcher.fired() && !window->isMinimized(); }, kEventWaitMs));
         QVERIFY(!watcher.rescued);
         QVERIFY(!pinnedDuringOverlay); // the button sets the flag, not the re-check
         QVERIFY(startedSince(before, 100).isEmpty());
@@ -247,7 +248,7 @@ private slots:
         QCOMPARE(tabs->currentIndex(), 4);
 
         QVERIFY(!pinned());
-        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed(); }));
+        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed(); }, kEventWaitMs));
         QVERIFY(!window->isMinimized());
         QVERIFY(window->isVisible());
         QCOMPARE(window->pos(), placeBefore);
@@ -271,7 +272,7 @@ private slots:
         // xclip asks this process for the selection, so the event loop must keep running.
         QProcess xclip;
         xclip.start("xclip", {"-o", "-selection", "clipboard", "-t", "image/png"});
-        QVERIFY(QTest::qWaitFor([&] { return xclip.state() == QProcess::NotRunning; }, 10000));
+        QVERIFY(QTest::qWaitFor([&] { return xclip.state() == QProcess::NotRunning; }, kEventWaitMs));
         QCOMPARE(xclip.exitCode(), 0);
         const QImage pasted = QImage::fromData(xclip.readAllStandardOutput(), "PNG");
         QCOMPARE(patternMismatch(pasted, QRect(40, 30, 100, 80)), QString());
@@ -335,7 +336,7 @@ private slots:
         QCOMPARE(tree()->topLevelItemCount(), 0);
         QCOMPARE(tabs->currentIndex(), 3);
         QCOMPARE(QGuiApplication::clipboard()->text(), QString("left alone"));
-        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed(); }));
+        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed(); }, kEventWaitMs));
         QVERIFY(!window->isMinimized());
     }
 

@@ -4,6 +4,8 @@
 // while this process owns the clipboard, xclip's request can only be answered from
 // our event loop, so blocking it (QProcess::waitForFinished) would deadlock both.
 
+#include "support/testenv.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
@@ -27,7 +29,7 @@ public:
         const bool finished = QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, timeoutMs);
         if (!finished) {
             process.kill();
-            (void)QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, 5000);
+            (void)QTest::qWaitFor([&] { return process.state() == QProcess::NotRunning; }, kEventWaitMs);
         }
         if (ok)
             *ok = finished && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
@@ -59,7 +61,7 @@ public:
                 const QMimeData *data = QGuiApplication::clipboard()->mimeData();
                 return data && data->formats().contains(expected);
             },
-            10000);
+            kEventWaitMs);
     }
 
     void stopServing()
@@ -68,14 +70,14 @@ public:
             return;
         if (m_server->state() != QProcess::NotRunning) {
             m_server->kill();
-            (void)QTest::qWaitFor([&] { return m_server->state() == QProcess::NotRunning; }, 5000);
+            (void)QTest::qWaitFor([&] { return m_server->state() == QProcess::NotRunning; }, kEventWaitMs);
         }
         m_server.reset();
         // Let Qt notice that the owner is gone before the next test looks.
         (void)QTest::qWaitFor([] {
             const QMimeData *data = QGuiApplication::clipboard()->mimeData();
             return !data || data->formats().isEmpty();
-        }, 5000);
+        }, kEventWaitMs);
     }
 
 private:

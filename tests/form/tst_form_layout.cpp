@@ -1349,7 +1349,7 @@ private slots:
     void shownIntroScreen()
     {
         window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window));
+        QVERIFY(QTest::qWaitForWindowExposed(window, kEventWaitMs));
 
         QCOMPARE(window->size(), QSize(720, 470));
         for (const char *name : {"layout_banner_main_2", "label_Banner", "label_Intro_Line_1", "label_Intro_Line_2",

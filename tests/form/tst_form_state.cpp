@@ -51,7 +51,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
         QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
@@ -97,7 +97,7 @@ private slots:
         QFETCH(QStringList, texts);
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         f.tabs->setCurrentIndex(3); // choosing a kind leaves the current tab alone
         QTest::mouseClick(bugReport ? f.bug : f.feature, Qt::LeftButton);
@@ -126,7 +126,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         fillReport(f, 0);
         QTest::mouseClick(f.bug, Qt::LeftButton);
@@ -153,7 +153,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         fillReport(f, 0);
         QTest::mouseClick(f.feature, Qt::LeftButton);

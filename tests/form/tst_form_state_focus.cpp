@@ -39,7 +39,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(QTest::qWaitForWindowActive(&window, kEventWaitMs));
         FormWidgets f(window);
         QTest::mouseClick(f.bug, Qt::LeftButton);
         f.cancel->setFocus();
@@ -75,7 +75,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowActive(&window));
+        QVERIFY(QTest::qWaitForWindowActive(&window, kEventWaitMs));
         FormWidgets f(window);
         f.title->addItem(QStringLiteral("Crash on save"));
         QTest::mouseClick(f.feature, Qt::LeftButton);

@@ -85,7 +85,7 @@ private slots:
         QFETCH(bool, remember);
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         QCOMPARE(f.remember->isChecked(), true);
         f.remember->setChecked(remember);
@@ -136,7 +136,7 @@ private slots:
         QFETCH(bool, composing);
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         if (composing) {
             QTest::mouseClick(f.feature, Qt::LeftButton);
@@ -156,7 +156,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         QTest::mouseClick(f.bug, Qt::LeftButton);
         fillReport(f, 0);
@@ -210,7 +210,7 @@ private slots:
         QFETCH(int, tab);
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         QTest::mouseClick(bugReport ? f.bug : f.feature, Qt::LeftButton);
         fillReport(f, missing);
@@ -348,7 +348,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         QTest::mouseClick(f.bug, Qt::LeftButton);
         f.tabs->setCurrentIndex(5);
@@ -397,7 +397,7 @@ private slots:
     {
         MainWindow window;
         window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window));
+        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
         FormWidgets f(window);
         QTest::mouseClick(f.bug, Qt::LeftButton);
         QLabel *video = f.find<QLabel>("label_Video");

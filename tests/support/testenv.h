@@ -28,6 +28,11 @@ private:
     QTemporaryDir m_root;
 };
 
+// How long a test waits for an event from the window system or another process: a
+// window exposed or active, a minimise, a clipboard owner, a process ending. Generous,
+// because a loaded machine can take seconds; a wait ends as soon as the event comes.
+constexpr int kEventWaitMs = 60000;
+
 // Writes a file (creating its folder) and returns its absolute path, or an empty
 // string when it cannot be written.
 QString writeTestFile(const QString &path, const QByteArray &content = "x");

@@ -195,7 +195,7 @@ private slots:
         makeWindow(window, worker, thread);
         QVERIFY(!QTest::currentTestFailed());
         window->show();
-        QVERIFY(QTest::qWaitForWindowExposed(window.get()));
+        QVERIFY(QTest::qWaitForWindowExposed(window.get(), kEventWaitMs));
         window->close();
         window.reset();
         QVERIFY(!worker.isNull() && thread->isRunning());
@@ -253,7 +253,7 @@ private slots:
         QString current;
         installSysInfoToolTip(&box, [&current] { return current; });
         box.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&box));
+        QVERIFY(QTest::qWaitForWindowExposed(&box, kEventWaitMs));
         QCOMPARE(toolTipOf(&box), tip("System information is being gathered."));
         current = "{ \"Display\" : \"%3Cb%3Ebold%3C%2Fb%3E; a%3B%20b\" }";
         QCOMPARE(toolTipOf(&box), tip("Display: <b>bold</b>; a; b"));
