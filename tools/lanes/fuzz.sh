@@ -25,6 +25,9 @@ else
     echo "note: no private network namespace available; fuzzing in the shared one"
 fi
 
+# ASan keeps up to 256 MiB of freed memory in quarantine; a small one lets the 512 MiB
+# limit of the outside-bytes targets measure what the target itself holds.
+export ASAN_OPTIONS=quarantine_size_mb=16
 export LSAN_OPTIONS=suppressions=$root/tools/lsan.supp:print_suppressions=0
 export UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
 
