@@ -55,7 +55,9 @@ test_sanitized() {
             UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1 ctest -j"$jobs" --timeout 900 --no-tests=error)
 }
 
+normal_build=0
 if lane "build" build_normal; then
+    normal_build=1
     lane "tests" test_normal
 else
     skipped "tests" "the build failed"
@@ -67,10 +69,10 @@ else
 fi
 for script in tools/lanes/*.sh; do
     [ -e "$script" ] || continue
-    if [ -x build/feedbackagent ]; then
+    if [ "$normal_build" = 1 ]; then
         lane "lane $(basename "$script" .sh)" bash "$script" "$root/build"
     else
-        skipped "lane $(basename "$script" .sh)" "no normal build"
+        skipped "lane $(basename "$script" .sh)" "the build failed"
     fi
 done
 
