@@ -59,6 +59,7 @@ cleanup() {
     fi
 }
 trap cleanup EXIT
+trap 'exit 130' INT TERM # so that the cleanup runs when the rehearsal is stopped
 
 # The root is a mount point of its own, as / is on a real machine: tests that make
 # their mounts private (unshare -m, mount --make-rprivate /) need one.
