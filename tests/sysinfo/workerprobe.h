@@ -64,8 +64,9 @@ public:
             m_live.clear();
     }
 
-    // The recorded objects that are still alive, of type T. Call it only while
-    // none of them can be destroyed on another thread.
+    // The recorded objects that are still alive, of type T. The pointers stay valid
+    // only while none of them can be destroyed on another thread; whether the list is
+    // empty can be asked at any time, since a destructor's removal waits for the lock.
     template <typename T>
     QList<T *> alive()
     {
