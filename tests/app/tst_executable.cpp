@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QProcess>
+#include <QStandardPaths>
 #include <QTcpServer>
 #include <QtTest>
 
@@ -54,6 +55,19 @@ bool closeWithKeyboard(const QString &windowId, const QString &keys)
     return active;
 }
 
+// What a program that did not end after its window was closed is doing: its output,
+// its windows, the active window, and (where gdb is installed) every thread's stack.
+QByteArray stillRunningReport(AppProcess &app)
+{
+    const QString pid = QString::number(app.pid());
+    QByteArray report = "the program did not end; its output:\n" + app.output();
+    report += "\nits visible windows: " + run("xdotool", {"search", "--onlyvisible", "--pid", pid});
+    report += "\nactive window: " + run("xdotool", {"getactivewindow"});
+    if (!QStandardPaths::findExecutable("gdb").isEmpty())
+        report += "\n" + run("gdb", {"-p", pid, "-batch", "-ex", "thread apply all bt"}, kEventWaitMs);
+    return report;
+}
+
 } // namespace
 
 class TestExecutable : public QObject
@@ -87,7 +101,8 @@ private slots:
         QVERIFY(!writeTestFile(env.thumbnailFolder() + "/sub/picture.png").isEmpty());
 
         QVERIFY(closeWithKeyboard(id, "alt+F4"));
-        QVERIFY(app.waitForFinished(kEventWaitMs));
+        if (!app.waitForFinished(kEventWaitMs))
+            QFAIL(stillRunningReport(app).constData());
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.exitCode(), 0);
         QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
@@ -111,7 +126,8 @@ private slots:
         QCOMPARE(windows.split('\n').size(), 1);
 
         QVERIFY(closeWithKeyboard(id, "Return"));
-        QVERIFY(app.waitForFinished(kEventWaitMs));
+        if (!app.waitForFinished(kEventWaitMs))
+            QFAIL(stillRunningReport(app).constData());
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
         QCOMPARE(app.exitCode(), 0);
         // It stopped before building anything.
@@ -148,7 +164,8 @@ private slots:
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir()); // the first one's folder is untouched
 
         QVERIFY(closeWithKeyboard(firstWindow, "alt+F4"));
-        QVERIFY(first.waitForFinished(kEventWaitMs));
+        if (!first.waitForFinished(kEventWaitMs))
+            QFAIL(stillRunningReport(first).constData());
         QCOMPARE(first.exitCode(), 0);
     }
 
@@ -164,7 +181,8 @@ private slots:
         QVERIFY(!id.isEmpty());
         QVERIFY(!QFile::exists(env.home() + "/.fbagent"));
         QVERIFY(closeWithKeyboard(id, "alt+F4"));
-        QVERIFY(app.waitForFinished(kEventWaitMs));
+        if (!app.waitForFinished(kEventWaitMs))
+            QFAIL(stillRunningReport(app).constData());
         QVERIFY(QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
     }
 
@@ -176,7 +194,8 @@ private slots:
         QVERIFY(app.waitUntilGuardTaken(kEventWaitMs));
         const QString id = waitForWindow("Feedback Agent");
         QVERIFY(closeWithKeyboard(id, "alt+F4"));
-        QVERIFY(app.waitForFinished(kEventWaitMs));
+        if (!app.waitForFinished(kEventWaitMs))
+            QFAIL(stillRunningReport(app).constData());
         QVERIFY(QFile::exists(env.home() + "/.fbagent"));
         QVERIFY(!QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
         QVERIFY(QFileInfo(env.suiteFolder()).isDir());
