@@ -44,6 +44,19 @@ if ! start_wm; then
     fi
 fi
 
+# The first key that xdotool fakes makes the server's core keyboard take the XTEST
+# device's keymap. Every client then hears that the keyboard map changed, and openbox
+# answers by dropping and re-making all its key grabs; a key that a test sends while
+# openbox is between the two (Alt+F4, say) goes to the window instead and is lost.
+# One harmless key now, before the command's first window exists, makes that change
+# happen here; openbox handles its events in order, so it has its grabs back before
+# it manages any window of the command.
+if ! xdotool key shift; then
+    echo "run-under-x: could not send a key to $DISPLAY" >&2
+    kill "$wm" 2>/dev/null || true
+    exit 1
+fi
+
 status=0
 "$@" || status=$?
 if ! kill -0 "$wm" 2>/dev/null; then
