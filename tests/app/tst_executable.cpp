@@ -1,12 +1,12 @@
-// Start-up and shut-down of the real executable on a real X server (Xvfb + openbox).
+// Start-up and shut-down of the real executable in a real window system (Xvfb with
+// openbox, or Windows), its windows found and closed as a user would.
 #include "support/appprocess.h"
 #include "support/testenv.h"
+#include "windowdriver.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QTcpServer>
 #include <QtTest>
 
@@ -14,58 +14,11 @@ namespace {
 
 const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
 
-QByteArray run(const QString &program, const QStringList &arguments, int timeoutMs = 20000)
-{
-    QProcess process;
-    process.start(program, arguments);
-    if (!process.waitForFinished(timeoutMs)) {
-        process.kill();
-        process.waitForFinished();
-    }
-    return process.readAllStandardOutput().trimmed();
-}
-
-// Window id of the first visible window whose name matches, waiting for it to map.
-QString waitForWindow(const QString &name)
-{
-    QString id;
-    const bool found = QTest::qWaitFor(
-        [&] {
-            id = QString::fromLatin1(run("xdotool", {"search", "--onlyvisible", "--name", name}).split('\n').value(0));
-            return !id.isEmpty();
-        },
-        kEventWaitMs);
-    return found ? id : QString();
-}
-
-// Keys go to the active window, so they are sent only once the window manager reports
-// this window active; on a loaded machine that can take a while after it is mapped.
-bool closeWithKeyboard(const QString &windowId, const QString &keys)
-{
-    const bool active = QTest::qWaitFor(
-        [&] {
-            if (run("xdotool", {"getactivewindow"}) == windowId.toLatin1())
-                return true;
-            run("xdotool", {"windowactivate", windowId});
-            return false;
-        },
-        kEventWaitMs);
-    if (active)
-        run("xdotool", {"key", "--clearmodifiers", keys});
-    return active;
-}
-
-// What a program that did not end after its window was closed is doing: its output,
-// its windows, the active window, and (where gdb is installed) every thread's stack.
+// What a program that did not end after its window was closed is doing.
 QByteArray stillRunningReport(AppProcess &app)
 {
-    const QString pid = QString::number(app.pid());
-    QByteArray report = "the program did not end; its output:\n" + app.output();
-    report += "\nits visible windows: " + run("xdotool", {"search", "--onlyvisible", "--pid", pid});
-    report += "\nactive window: " + run("xdotool", {"getactivewindow"});
-    if (!QStandardPaths::findExecutable("gdb").isEmpty())
-        report += "\n" + run("gdb", {"-p", pid, "-batch", "-ex", "thread apply all bt"}, kEventWaitMs);
-    return report;
+    return "the program did not end; its output:\n" + app.output() + "\n"
+        + windowdriver::describeStillRunning(app.pid()).toUtf8();
 }
 
 } // namespace
@@ -90,17 +43,17 @@ private slots:
         AppProcess app;
         app.start();
         QVERIFY2(app.waitUntilGuardTaken(kEventWaitMs), app.output().constData());
-        const QString id = waitForWindow("Feedback Agent");
+        const QString id = windowdriver::waitForWindow("Feedback Agent");
         QVERIFY(!id.isEmpty());
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir());
-        QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", id})), kTitle);
+        QCOMPARE(windowdriver::title(id), kTitle);
 
         // Files the program never made go with the folder too.
         QVERIFY(QDir().mkpath(env.thumbnailFolder() + "/sub"));
         QVERIFY(!writeTestFile(env.thumbnailFolder() + "/.hidden").isEmpty());
         QVERIFY(!writeTestFile(env.thumbnailFolder() + "/sub/picture.png").isEmpty());
 
-        QVERIFY(closeWithKeyboard(id, "alt+F4"));
+        QVERIFY(windowdriver::pressInWindow(id, windowdriver::Key::AltF4));
         if (!app.waitForFinished(kEventWaitMs))
             QFAIL(stillRunningReport(app).constData());
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
@@ -115,17 +68,16 @@ private slots:
         QVERIFY(other.listen(QHostAddress::Any, 23709));
         AppProcess app;
         app.start();
-        const QString id = waitForWindow("Feedback Agent");
+        const QString id = windowdriver::waitForWindow("Feedback Agent");
         QVERIFY2(!id.isEmpty(), app.output().constData());
 
         // The box carries the full title (its text and icon are checked in-process by
         // the start-up test, which records the box through Qt itself).
-        QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", id})), kTitle);
+        QCOMPARE(windowdriver::title(id), kTitle);
         // No main window exists behind it: the only window of the process is the box.
-        const QByteArray windows = run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(app.pid())});
-        QCOMPARE(windows.split('\n').size(), 1);
+        QCOMPARE(windowdriver::visibleWindowsOf(app.pid()), QStringList{id});
 
-        QVERIFY(closeWithKeyboard(id, "Return"));
+        QVERIFY(windowdriver::pressInWindow(id, windowdriver::Key::Return));
         if (!app.waitForFinished(kEventWaitMs))
             QFAIL(stillRunningReport(app).constData());
         QCOMPARE(app.exitStatus(), QProcess::NormalExit);
@@ -140,30 +92,21 @@ private slots:
         AppProcess first;
         first.start();
         QVERIFY(first.waitUntilGuardTaken(kEventWaitMs));
-        const QString firstWindow = waitForWindow("Feedback Agent");
+        const QString firstWindow = windowdriver::waitForWindow("Feedback Agent");
         QVERIFY(!firstWindow.isEmpty());
 
         AppProcess second;
         second.start();
-        QString boxId;
-        const bool boxShown = QTest::qWaitFor(
-            [&] {
-                const QList<QByteArray> ids = run("xdotool", {"search", "--onlyvisible", "--pid",
-                                                               QString::number(second.pid())})
-                                                  .split('\n');
-                boxId = QString::fromLatin1(ids.value(0));
-                return !boxId.isEmpty();
-            },
-            kEventWaitMs);
-        QVERIFY(boxShown);
-        QCOMPARE(QString::fromUtf8(run("xdotool", {"getwindowname", boxId})), kTitle);
-        QVERIFY(closeWithKeyboard(boxId, "Return"));
+        const QString boxId = windowdriver::waitForWindowOf(second.pid());
+        QVERIFY(!boxId.isEmpty());
+        QCOMPARE(windowdriver::title(boxId), kTitle);
+        QVERIFY(windowdriver::pressInWindow(boxId, windowdriver::Key::Return));
         QVERIFY(second.waitForFinished(kEventWaitMs));
         QCOMPARE(second.exitCode(), 0);
         QCOMPARE(first.process().state(), QProcess::Running);
         QVERIFY(QFileInfo(env.thumbnailFolder()).isDir()); // the first one's folder is untouched
 
-        QVERIFY(closeWithKeyboard(firstWindow, "alt+F4"));
+        QVERIFY(windowdriver::pressInWindow(firstWindow, windowdriver::Key::AltF4));
         if (!first.waitForFinished(kEventWaitMs))
             QFAIL(stillRunningReport(first).constData());
         QCOMPARE(first.exitCode(), 0);
@@ -177,10 +120,10 @@ private slots:
         AppProcess app;
         app.start();
         QVERIFY(app.waitUntilGuardTaken(kEventWaitMs));
-        const QString id = waitForWindow("Feedback Agent");
+        const QString id = windowdriver::waitForWindow("Feedback Agent");
         QVERIFY(!id.isEmpty());
         QVERIFY(!QFile::exists(env.home() + "/.fbagent"));
-        QVERIFY(closeWithKeyboard(id, "alt+F4"));
+        QVERIFY(windowdriver::pressInWindow(id, windowdriver::Key::AltF4));
         if (!app.waitForFinished(kEventWaitMs))
             QFAIL(stillRunningReport(app).constData());
         QVERIFY(QFile::exists(env.suiteFolder() + "/feedbackagent.cfg"));
@@ -192,8 +135,8 @@ private slots:
         AppProcess app;
         app.start();
         QVERIFY(app.waitUntilGuardTaken(kEventWaitMs));
-        const QString id = waitForWindow("Feedback Agent");
-        QVERIFY(closeWithKeyboard(id, "alt+F4"));
+        const QString id = windowdriver::waitForWindow("Feedback Agent");
+        QVERIFY(windowdriver::pressInWindow(id, windowdriver::Key::AltF4));
         if (!app.waitForFinished(kEventWaitMs))
             QFAIL(stillRunningReport(app).constData());
         QVERIFY(QFile::exists(env.home() + "/.fbagent"));

@@ -5,8 +5,10 @@
 // The tests run as root in CI, and root reads a file of mode 000. An unreadable file
 // is therefore a symbolic link to a kernel setting that is write-only for everyone,
 // root included (/proc/sys/vm/drop_caches): QFile cannot open it for reading under any
-// user, while it exists and is not a folder.
+// user, while it exists and is not a folder. On Windows it is a file that another
+// handle holds without sharing.
 #include "attachmentcheck.h"
+#include "support/unreadablefile.h"
 #include "form/mainwindow.h"
 #include "support/mainwindowprobe.h"
 #include "support/modalanswerer.h"
@@ -26,6 +28,7 @@
 #include <QtTest>
 
 #include <memory>
+#include <vector>
 
 using namespace attachmentcheck;
 
@@ -61,6 +64,7 @@ private:
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<QTemporaryDir> files;
     QString unreadableTarget;
+    std::vector<std::unique_ptr<UnreadableFile>> heldFiles; // Windows: the unreadable files
 
     QString writeFile(const QString &name, const QByteArray &content = "content")
     {
@@ -78,7 +82,11 @@ private:
 
     QString makeUnreadable(const QString &name)
     {
+#ifdef Q_OS_WIN
+        heldFiles.emplace_back(new UnreadableFile(writeFile(name)));
+#else
         QFile::link(unreadableTarget, files->filePath(name));
+#endif
         return files->filePath(name);
     }
 
@@ -145,6 +153,9 @@ private slots:
     void initTestCase()
     {
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+#ifdef Q_OS_WIN
+        return; // a file held open without sharing stands for an unreadable file
+#endif
         for (const char *candidate : {"/proc/sys/vm/drop_caches", "/proc/sys/vm/compact_memory"}) {
             QFile file(QString::fromLatin1(candidate));
             if (QFileInfo(file).isFile() && !file.open(QIODevice::ReadOnly)) {
@@ -169,6 +180,7 @@ private slots:
     void cleanup()
     {
         window.reset();
+        heldFiles.clear();
         files.reset();
     }
 

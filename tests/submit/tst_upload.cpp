@@ -9,19 +9,17 @@
 #include "support/mainwindowprobe.h"
 #include "support/modalanswerer.h"
 #include "support/testenv.h"
+#include "support/unreadablefile.h"
 
 #include <QApplication>
 #include <QHttpMultiPart>
 #include <QPointer>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QThread>
 #include <QtTest>
-
-#include <linux/capability.h>
-#include <sys/syscall.h>
-#include <unistd.h>
 
 #include <memory>
 
@@ -48,27 +46,6 @@ const QStringList kIntroAfterAbortScreen{"formState 0",
                                          "button_Send shown disabled",
                                          "button_Cancel Abort",
                                          "button_Send Send..."};
-
-// As root, file modes do not stop a read. Dropping the two capabilities that override
-// them, on this (the GUI) thread only, makes a mode-000 file as unreadable as for a user.
-class WithoutFileAccessOverride
-{
-public:
-    WithoutFileAccessOverride()
-    {
-        m_ok = syscall(SYS_capget, &m_header, m_saved) == 0;
-        __user_cap_data_struct reduced[2] = {m_saved[0], m_saved[1]};
-        reduced[0].effective &= ~((1u << CAP_DAC_OVERRIDE) | (1u << CAP_DAC_READ_SEARCH));
-        m_ok = m_ok && syscall(SYS_capset, &m_header, reduced) == 0;
-    }
-    ~WithoutFileAccessOverride() { syscall(SYS_capset, &m_header, m_saved); }
-    bool ok() const { return m_ok; }
-
-private:
-    __user_cap_header_struct m_header{_LINUX_CAPABILITY_VERSION_3, 0};
-    __user_cap_data_struct m_saved[2] = {};
-    bool m_ok = false;
-};
 
 } // namespace
 
@@ -350,15 +327,36 @@ private slots:
         QCOMPARE(parts.at(6), fieldPart("attachments", "[ \"scene.bin\" ]"));
     }
 
+#ifdef Q_OS_WIN
+    // On Windows the summary comes from the DirectX diagnostics provider, read through
+    // COM on the worker's thread: the four system fields, then each display.
+    void summaryFromTheDiagnosticsProviderIsSent()
+    {
+        QVERIFY(startReceiver({}));
+        openWindow(receiver->url().toString());
+        const SendRun run = sendExpectingQuit(*window);
+        QCOMPARE(run.loopResult, 0);
+        const RecordedRequest request = parseRecordedRequest(receiver->request(1));
+        const QList<QByteArray> parts = multipartParts(request.body, multipartBoundary(request.header("Content-Type")));
+        QCOMPARE(parts.size(), 7);
+        const QString summary = MainWindowProbe::sysInfo(*window);
+        QCOMPARE(parts.at(2), fieldPart("sysinfo", summary.toUtf8()));
+        const QRegularExpression windowsFields(
+            QStringLiteral("^\\{ \"DirectXVersion\" : \"[^\" ]*DirectX[^\" ]*\", \"PhysicalMemory\" : \"[0-9]+MB%20RAM\", "
+                           "\"Processor\" : \"[^\" ]+\", \"OS\" : \"[^\" ]*Windows[^\" ]*\""
+                           "(, \"Display\" : \"%5C%5C.%5CDISPLAY[0-9]+; [^\"]+\")+ \\}$"));
+        QVERIFY2(windowsFields.match(summary).hasMatch(), qPrintable(summary));
+    }
+#endif
+
     // A file that is there but cannot be read: Send does nothing at all.
     void attachmentThatCannotBeOpened()
     {
         QVERIFY(startReceiver({}));
         openWindow(receiver->url().toString());
         const QString locked = path("files/log.txt");
-        QVERIFY(QFile::setPermissions(locked, QFileDevice::Permissions()));
-        WithoutFileAccessOverride asUser;
-        QVERIFY(asUser.ok() || geteuid() != 0);
+        UnreadableFile unreadable(locked);
+        QVERIFY(unreadable.ok());
         QFile probe(locked);
         QVERIFY2(!probe.open(QIODevice::ReadOnly), "the locked file is still readable");
         const QStringList before = formSnapshot(*window);

@@ -17,6 +17,16 @@ TestEnvironment::TestEnvironment()
     qputenv("XDG_CACHE_HOME", (base + "/cache").toLocal8Bit());
     qputenv("XDG_RUNTIME_DIR", (base + "/runtime").toLocal8Bit());
     qputenv("TMPDIR", (base + "/tmp").toLocal8Bit());
+#ifdef Q_OS_WIN
+    // Windows names the same folders differently: the profile, the roaming and local
+    // application data (the suite keeps its settings under %APPDATA%) and the
+    // temporary folder.
+    qputenv("USERPROFILE", QDir::toNativeSeparators(base + "/home").toLocal8Bit());
+    qputenv("APPDATA", QDir::toNativeSeparators(base + "/config").toLocal8Bit());
+    qputenv("LOCALAPPDATA", QDir::toNativeSeparators(base + "/data").toLocal8Bit());
+    qputenv("TMP", QDir::toNativeSeparators(base + "/tmp").toLocal8Bit());
+    qputenv("TEMP", QDir::toNativeSeparators(base + "/tmp").toLocal8Bit());
+#endif
 }
 
 TestEnvironment &TestEnvironment::instance()

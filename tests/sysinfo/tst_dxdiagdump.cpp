@@ -3,10 +3,12 @@
 
 #include "sysinfo/dxdiagdump.h"
 #include "sysinfo/dxdiagreader.h"
-#include "sysinfo/linuxmachine.h"
 
 #include "fakedxdiag.h"
 #include "support/testenv.h"
+#ifndef Q_OS_WIN
+#include "sysinfo/linuxmachine.h"
+#endif
 
 #include <QApplication>
 #include <QtTest>
@@ -275,6 +277,7 @@ private slots:
         QCOMPARE(out, QByteArray("\n\nDxDiag Error: Unable to get root container"));
     }
 
+#ifndef Q_OS_WIN
     void linuxReaderWithoutProcessFilesWritesTheErrorLine()
     {
         LinuxMachinePaths paths;
@@ -290,6 +293,7 @@ private slots:
         QVERIFY(!hasRoot);
         QCOMPARE(out, QByteArray("\n\nDxDiag Error: Unable to read the machine description"));
     }
+#endif
 
     void memoryTreeCanBeWalkedTwice()
     {

@@ -25,12 +25,14 @@
 #include <QString>
 #include <QThread>
 
+#ifndef Q_OS_WIN
 #include <cerrno>
 #include <csignal>
 
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#endif
 
 extern Q_DECL_IMPORT quintptr qtHookData[];
 
@@ -112,6 +114,7 @@ private:
     quintptr m_previousRemove = 0;
 };
 
+#ifndef Q_OS_WIN // a FIFO is a POSIX thing
 class DumpGate
 {
 public:
@@ -195,3 +198,4 @@ private:
     int m_readFd = -1;
     QByteArray m_dump;
 };
+#endif
