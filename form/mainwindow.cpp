@@ -1,6 +1,7 @@
 #include "form/mainwindow.h"
 #include "ui_mainwindow.h"
 
+#include "app/buildinfo.h"
 #include "app/suitepath.h"
 #include "attachments/ask.h"
 #include "form/productareas.h"
@@ -22,8 +23,8 @@
 
 namespace {
 
-const char kBuildNumber[] = "3126";
-const char kBuildDate[] = "21-Jun-2019";
+const char kBuildNumber[] = FB_BUILD_NUMBER_TEXT;
+const char kBuildDate[] = FB_BUILD_DATE_TEXT;
 const quint16 kInstanceGuardPort = 23709;
 
 } // namespace

@@ -48,3 +48,16 @@ rsvg-convert -f png -w 200 -h 113 -o "$tmp" "$src/FB_video_logo.svg"
 "$convert_bin" "$tmp" -background black -alpha remove -alpha off -strip \
     -sampling-factor 4:4:4 -quality 90 "$out/FB_video_logo.jpg"
 echo "rendered FB_video_logo.jpg (200x113)"
+
+# The Windows program icon (the executable's resources): the logo at the sizes the
+# shell asks for, in one .ico file.
+ico_sizes=(16 24 32 48 64 256)
+ico_parts=()
+for size in "${ico_sizes[@]}"; do
+    part="$(mktemp --suffix=.png)"
+    rsvg-convert -f png -w "$size" -h "$size" -o "$part" "$src/FB_logo.svg"
+    ico_parts+=("$part")
+done
+"$convert_bin" "${ico_parts[@]}" "$out/FB_logo.ico"
+rm -f "${ico_parts[@]}"
+echo "rendered FB_logo.ico (${ico_sizes[*]})"

@@ -38,16 +38,15 @@ skipped() {
     failed=1
 }
 
+# The configure presets of CMakePresets.json: linux (build/), asan (build-asan/).
 build_normal() {
-    cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo -DFB_BUILD_TESTS=ON -DFB_BUILD_BENCH=ON &&
-        cmake --build build -j"$jobs"
+    cmake --preset linux && cmake --build --preset linux -j"$jobs"
 }
 test_normal() {
     (cd build && ctest -j"$jobs" --timeout 600 --no-tests=error)
 }
 build_sanitized() {
-    cmake -S . -B build-asan -DCMAKE_BUILD_TYPE=Debug -DFB_SANITIZE=ON -DFB_BUILD_TESTS=ON -DFB_BUILD_BENCH=OFF &&
-        cmake --build build-asan -j"$jobs"
+    cmake --preset asan && cmake --build --preset asan -j"$jobs"
 }
 test_sanitized() {
     (cd build-asan &&

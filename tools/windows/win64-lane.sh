@@ -1,0 +1,44 @@
+#!/bin/bash
+# The Windows lane: Qt for Windows (built once per machine by tools/windows/build-qt.sh
+# and cached), the program and its tests cross-built with the win64 preset, and the
+# suite run through CTest under Wine in a fresh prefix on Xvfb with openbox. Tests that
+# need what only Linux has are listed by CTest as disabled, labelled linux-only.
+# Not yet one of CI's lanes (tools/lanes/): the tests do not pass under Wine yet; the
+# first run had every test program end with status 5 before QtTest printed anything.
+#
+# Usage: tools/windows/win64-lane.sh   (run as root: the Qt build installs packages)
+set -euo pipefail
+root=$(cd "$(dirname "$0")/../.." && pwd)
+cd "$root"
+lane_start=$(date +%s)
+seconds_since() { echo $(($(date +%s) - $1)); }
+
+if [ "${FB_WIN64_IN_X:-}" != 1 ]; then
+    FB_WIN_QT_PREFIX=$(bash tools/windows/build-qt.sh | tail -n 1)
+    export FB_WIN_QT_PREFIX
+    echo "win64: Qt for Windows in $FB_WIN_QT_PREFIX ($(seconds_since "$lane_start") s)"
+    build_start=$(date +%s)
+    export CCACHE_BASEDIR="$root"
+    cmake --preset win64 >/dev/null
+    cmake --build --preset win64 -j"$(nproc)"
+    echo "win64: built in $(seconds_since "$build_start") s"
+    status=0
+    FB_WIN64_IN_X=1 tools/run-under-x.sh bash "$0" || status=$?
+    echo "win64 lane: $(seconds_since "$lane_start") s"
+    exit $status
+fi
+
+# On the lane's X server, in a fresh 64-bit prefix that goes with the lane.
+work=$(mktemp -d)
+export WINEPREFIX=$work/prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+cleanup() {
+    wineserver -k >/dev/null 2>&1 || true
+    rm -rf "$work"
+}
+trap cleanup EXIT
+prefix_start=$(date +%s)
+wineboot --init >/dev/null 2>&1
+wineserver -w
+wineserver -p # kept up between tests, so each test starts quickly
+echo "win64: a fresh Wine prefix in $(seconds_since "$prefix_start") s"
+ctest --preset win64 -j"$(nproc)"
