@@ -1,6 +1,7 @@
 #include "windowdriver.h"
 
 #include "support/testenv.h"
+#include "support/winkeys.h"
 
 #include <QtTest>
 
@@ -65,15 +66,6 @@ qint64 processOf(HWND window)
     return qint64(pid);
 }
 
-INPUT keyInput(WORD key, bool release)
-{
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = release ? KEYEVENTF_KEYUP : 0;
-    return input;
-}
-
 } // namespace
 
 QString waitForWindow(const QString &name)
@@ -119,14 +111,7 @@ bool pressInWindow(const QString &windowId, Key key)
         kEventWaitMs);
     if (!active)
         return false;
-    if (key == Key::AltF4) {
-        INPUT keys[] = {keyInput(VK_MENU, false), keyInput(VK_F4, false), keyInput(VK_F4, true), keyInput(VK_MENU, true)};
-        SendInput(UINT(sizeof(keys) / sizeof(keys[0])), keys, sizeof(INPUT));
-    } else {
-        INPUT keys[] = {keyInput(VK_RETURN, false), keyInput(VK_RETURN, true)};
-        SendInput(UINT(sizeof(keys) / sizeof(keys[0])), keys, sizeof(INPUT));
-    }
-    return true;
+    return key == Key::AltF4 ? pressKeyChord({VK_MENU, VK_F4}) : pressKeyChord({VK_RETURN});
 }
 
 QString describeStillRunning(qint64 pid)

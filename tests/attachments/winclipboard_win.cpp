@@ -1,5 +1,7 @@
 #include "winclipboard.h"
 
+#include "support/winkeys.h"
+
 #include <QImage>
 
 #include <windows.h>
@@ -60,15 +62,6 @@ bool putOnClipboard(UINT format, const QByteArray &bytes)
     return handedOver;
 }
 
-INPUT keyInput(WORD key, bool release)
-{
-    INPUT input = {};
-    input.type = INPUT_KEYBOARD;
-    input.ki.wVk = key;
-    input.ki.dwFlags = release ? KEYEVENTF_KEYUP : 0;
-    return input;
-}
-
 } // namespace
 
 bool WinClipboard::serve(const QByteArray &content, const QString &type, const QString &)
@@ -92,6 +85,5 @@ void WinClipboard::stopServing()
 
 bool WinClipboard::typeCtrlV()
 {
-    INPUT keys[] = {keyInput(VK_CONTROL, false), keyInput('V', false), keyInput('V', true), keyInput(VK_CONTROL, true)};
-    return SendInput(UINT(sizeof(keys) / sizeof(keys[0])), keys, sizeof(INPUT)) == sizeof(keys) / sizeof(keys[0]);
+    return pressKeyChord({VK_CONTROL, 'V'});
 }
