@@ -14,23 +14,18 @@
 //
 // Usage: fb_httpreceiver [--bind ADDR] [--port N] (--record-dir DIR | --discard)
 //                        [--status CODE] [--cut-after BYTES] [--answer-delay-ms MS]
-#include <arpa/inet.h>
-#include <cerrno>
-#include <csignal>
+#include "socketio.h"
+
+#include <algorithm>
+#include <cctype>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <fcntl.h>
-#include <netinet/in.h>
-#include <poll.h>
 #include <string>
-#include <strings.h>
-#include <sys/prctl.h>
-#include <sys/socket.h>
-#include <unistd.h>
 #include <vector>
 
 namespace {
+
+using socketio::Socket;
 
 struct Options
 {
@@ -72,20 +67,6 @@ const char *reasonPhrase(int status)
     }
 }
 
-bool sendAll(int fd, const std::string &data)
-{
-    size_t sent = 0;
-    while (sent < data.size()) {
-        const ssize_t n = ::send(fd, data.data() + sent, data.size() - sent, MSG_NOSIGNAL);
-        if (n < 0 && errno == EINTR)
-            continue;
-        if (n <= 0)
-            return false;
-        sent += size_t(n);
-    }
-    return true;
-}
-
 // Where the bytes of one request go: a file that gets its final name once the
 // request is complete, or nowhere.
 class Record
@@ -97,34 +78,44 @@ public:
             return;
         m_final = options.recordDir + "/request-" + std::to_string(n) + ".bin";
         m_partial = m_final + ".partial";
-        m_fd = ::open(m_partial.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        m_file = std::fopen(m_partial.c_str(), "wb");
     }
     ~Record() { finish(); }
 
     void write(const char *data, size_t size)
     {
-        while (m_fd >= 0 && size > 0) {
-            const ssize_t n = ::write(m_fd, data, size);
-            if (n <= 0)
-                return;
-            data += n;
-            size -= size_t(n);
-        }
+        if (m_file)
+            std::fwrite(data, 1, size, m_file);
     }
     void finish()
     {
-        if (m_fd < 0)
+        if (!m_file)
             return;
-        ::close(m_fd);
-        m_fd = -1;
-        ::rename(m_partial.c_str(), m_final.c_str());
+        std::fclose(m_file);
+        m_file = nullptr;
+        std::rename(m_partial.c_str(), m_final.c_str());
     }
 
 private:
-    int m_fd = -1;
+    std::FILE *m_file = nullptr;
     std::string m_partial;
     std::string m_final;
 };
+
+bool startsWithNoCase(const std::string &text, const std::string &prefix)
+{
+    return text.size() >= prefix.size()
+        && std::equal(prefix.begin(), prefix.end(), text.begin(), [](char a, char b) {
+               return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
+           });
+}
+
+bool containsNoCase(std::string text, const std::string &lowerNeedle)
+{
+    std::transform(text.begin(), text.end(), text.begin(),
+                   [](char c) { return char(std::tolower(static_cast<unsigned char>(c))); });
+    return text.find(lowerNeedle) != std::string::npos;
+}
 
 long long contentLength(const std::string &head, bool &expectContinue)
 {
@@ -134,9 +125,9 @@ long long contentLength(const std::string &head, bool &expectContinue)
     while (start != std::string::npos && start + 2 < head.size()) {
         const size_t end = head.find("\r\n", start + 2);
         const std::string line = head.substr(start + 2, end == std::string::npos ? std::string::npos : end - start - 2);
-        if (strncasecmp(line.c_str(), "content-length:", 15) == 0)
+        if (startsWithNoCase(line, "content-length:"))
             length = std::atoll(line.c_str() + 15);
-        else if (strncasecmp(line.c_str(), "expect:", 7) == 0 && strcasestr(line.c_str(), "100-continue"))
+        else if (startsWithNoCase(line, "expect:") && containsNoCase(line, "100-continue"))
             expectContinue = true;
         start = end;
     }
@@ -144,27 +135,18 @@ long long contentLength(const std::string &head, bool &expectContinue)
 }
 
 // Waits before answering, but stops waiting when the client goes away.
-bool clientStayed(int fd, int delayMs)
+bool clientStayed(Socket socket, int delayMs)
 {
-    if (delayMs <= 0)
-        return true;
-    pollfd p{fd, POLLIN | POLLRDHUP, 0};
-    const int ready = ::poll(&p, 1, delayMs);
-    if (ready <= 0)
-        return true;
-    char probe;
-    return ::recv(fd, &probe, 1, MSG_PEEK | MSG_DONTWAIT) > 0;
+    return delayMs <= 0 || socketio::peerStillThere(socket, delayMs);
 }
 
-void serve(int fd, const Options &options, long long n, std::vector<char> &buffer)
+void serve(Socket fd, const Options &options, long long n, std::vector<char> &buffer)
 {
     Record record(options, n);
     std::string head;
     size_t headEnd = std::string::npos;
     while (headEnd == std::string::npos) {
-        const ssize_t got = ::recv(fd, buffer.data(), buffer.size(), 0);
-        if (got < 0 && errno == EINTR)
-            continue;
+        const long got = socketio::receiveSome(fd, buffer.data(), buffer.size());
         if (got <= 0) {
             record.write(head.data(), head.size());
             report(n, "peer-closed", 0);
@@ -180,7 +162,7 @@ void serve(int fd, const Options &options, long long n, std::vector<char> &buffe
 
     bool expectContinue = false;
     const long long length = contentLength(head, expectContinue);
-    if (expectContinue && !sendAll(fd, "HTTP/1.1 100 Continue\r\n\r\n"))
+    if (expectContinue && !socketio::sendAll(fd, "HTTP/1.1 100 Continue\r\n\r\n"))
         return;
 
     long long limit = length;
@@ -190,9 +172,7 @@ void serve(int fd, const Options &options, long long n, std::vector<char> &buffe
     record.write(early.data(), size_t(received));
     while (received < limit) {
         const size_t want = size_t(std::min<long long>(limit - received, (long long)buffer.size()));
-        const ssize_t got = ::recv(fd, buffer.data(), want, 0);
-        if (got < 0 && errno == EINTR)
-            continue;
+        const long got = socketio::receiveSome(fd, buffer.data(), want);
         if (got <= 0) {
             report(n, "peer-closed", received);
             return;
@@ -204,9 +184,9 @@ void serve(int fd, const Options &options, long long n, std::vector<char> &buffe
     if (limit < length) {
         // Hang up without an answer, but gracefully: the client gets our FIN while it is
         // still sending, and the rest it sends is read and dropped, so no reset races it.
-        ::shutdown(fd, SHUT_WR);
+        socketio::shutdownSending(fd);
         report(n, "cut", received);
-        while (::recv(fd, buffer.data(), buffer.size(), 0) > 0) {
+        while (socketio::receiveSome(fd, buffer.data(), buffer.size()) > 0) {
         }
         return;
     }
@@ -220,7 +200,7 @@ void serve(int fd, const Options &options, long long n, std::vector<char> &buffe
     const std::string answer = "HTTP/1.1 " + std::to_string(options.status) + " " + reasonPhrase(options.status)
         + "\r\nContent-Type: text/plain\r\nContent-Length: " + std::to_string(text.size())
         + "\r\nConnection: close\r\n\r\n" + text;
-    sendAll(fd, answer);
+    socketio::sendAll(fd, answer);
     report(n, "answered", options.status);
 }
 
@@ -261,34 +241,26 @@ int main(int argc, char **argv)
                      argv[0]);
         return 2;
     }
-    std::signal(SIGPIPE, SIG_IGN);
-    // A test that is killed must not leave its receiver behind.
-    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
-
-    const int listener = ::socket(AF_INET, SOCK_STREAM, 0);
-    const int yes = 1;
-    ::setsockopt(listener, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(uint16_t(options.port));
-    if (::inet_pton(AF_INET, options.bind.c_str(), &address.sin_addr) != 1
-        || ::bind(listener, reinterpret_cast<sockaddr *>(&address), sizeof address) != 0
-        || ::listen(listener, 16) != 0) {
+    if (!socketio::setUp()) {
+        std::fputs("httpreceiver: no sockets\n", stderr);
+        return 1;
+    }
+    int port = 0;
+    const Socket listener = socketio::listenOn(options.bind, options.port, port);
+    if (listener == socketio::invalidSocket) {
         std::perror("httpreceiver: listen");
         return 1;
     }
-    socklen_t size = sizeof address;
-    ::getsockname(listener, reinterpret_cast<sockaddr *>(&address), &size);
-    report("listening " + std::to_string(ntohs(address.sin_port)));
+    report("listening " + std::to_string(port));
 
     std::vector<char> buffer(1 << 20);
     for (long long n = 1;; ++n) {
-        const int fd = ::accept(listener, nullptr, nullptr);
-        if (fd < 0) {
+        const Socket fd = socketio::acceptOne(listener);
+        if (fd == socketio::invalidSocket) {
             --n;
             continue;
         }
         serve(fd, options, n, buffer);
-        ::close(fd);
+        socketio::closeSocket(fd);
     }
 }
