@@ -1,6 +1,7 @@
 #include "app/application.h"
 
 #include "form/mainwindow.h"
+#include "sysinfo/gathersysinfo.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -14,6 +15,9 @@ QPoint centredPosition(const QSize &screenSize, const QSize &windowSize)
 }
 
 namespace {
+
+// The diagnostics provider takes a few seconds on a slow machine.
+constexpr int kSummaryJobExitWaitMs = 15000;
 
 void installTranslator(QApplication &app, QTranslator &translator, const QString &prefix)
 {
@@ -37,10 +41,17 @@ int runFeedbackAgent(int argc, char **argv)
     QTranslator feedbackTranslator;
     installTranslator(app, feedbackTranslator, QStringLiteral("feedback_"));
 
-    MainWindow window; // may end the process when another instance holds the guard
-    const QScreen *primary = QGuiApplication::primaryScreen();
-    if (primary)
-        window.move(centredPosition(primary->geometry().size(), window.size()));
-    window.show();
-    return app.exec();
+    int exitCode = 0;
+    {
+        MainWindow window; // may end the process when another instance holds the guard
+        const QScreen *primary = QGuiApplication::primaryScreen();
+        if (primary)
+            window.move(centredPosition(primary->geometry().size(), window.size()));
+        window.show();
+        exitCode = app.exec();
+    }
+    // The window may close while the machine summary is still being gathered; the
+    // process ends once that job is done, or after a bounded wait.
+    GatherSysInfo::waitForRunningJobs(kSummaryJobExitWaitMs);
+    return exitCode;
 }

@@ -2,14 +2,54 @@
 
 #include "sysinfo/systemsummary.h"
 
+#include <QDeadlineTimer>
+#include <QMutex>
+#include <QMutexLocker>
 #include <QTextStream>
+#include <QWaitCondition>
+
+namespace {
+
+QMutex runningJobsMutex;
+QWaitCondition noJobRunning;
+int runningJobs = 0;
+
+} // namespace
+
+// A job counts as running from its creation, so that a process ending before the
+// thread got to process() still waits for it, until its summary is written.
+void GatherSysInfo::countAsRunning(bool running)
+{
+    QMutexLocker lock(&runningJobsMutex);
+    if (running == m_countedAsRunning)
+        return;
+    m_countedAsRunning = running;
+    runningJobs += running ? 1 : -1;
+    if (runningJobs == 0)
+        noJobRunning.wakeAll();
+}
 
 GatherSysInfo::GatherSysInfo(QObject *parent)
     : QObject(parent)
 {
+    countAsRunning(true);
 }
 
-GatherSysInfo::~GatherSysInfo() = default;
+GatherSysInfo::~GatherSysInfo()
+{
+    countAsRunning(false);
+}
+
+bool GatherSysInfo::waitForRunningJobs(int timeoutMs)
+{
+    QDeadlineTimer deadline(timeoutMs);
+    QMutexLocker lock(&runningJobsMutex);
+    while (runningJobs > 0) {
+        if (!noJobRunning.wait(&runningJobsMutex, deadline))
+            return false;
+    }
+    return true;
+}
 
 void GatherSysInfo::process()
 {
@@ -17,6 +57,7 @@ void GatherSysInfo::process()
     QTextStream stream(&summary, QIODevice::ReadWrite);
     writeSystemSummary(stream);
     stream.flush();
+    countAsRunning(false);
 
     // Exactly once, also when the summary is empty; then the thread may end.
     emit results(summary);

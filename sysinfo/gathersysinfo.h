@@ -13,6 +13,12 @@ public:
     explicit GatherSysInfo(QObject *parent = nullptr);
     ~GatherSysInfo() override;
 
+    // Waits up to timeoutMs until every job made so far has written its summary or
+    // was deleted unstarted; false on timeout. A process that ends while a job runs
+    // cuts the diagnostics provider off in the middle of its COM calls, which can
+    // hang or crash the exit.
+    static bool waitForRunningJobs(int timeoutMs);
+
 signals:
     void finished();
     void results(const QString &info);
@@ -20,4 +26,9 @@ signals:
 
 public slots:
     void process();
+
+private:
+    void countAsRunning(bool running);
+
+    bool m_countedAsRunning = false;
 };

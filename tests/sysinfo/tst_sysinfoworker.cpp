@@ -218,14 +218,33 @@ private slots:
         window->close();
         window.reset();
         QVERIFY(!worker.isNull() && thread->isRunning());
+        // The process's exit would wait for it.
+        QCOMPARE(GatherSysInfo::waitForRunningJobs(0), false);
 
         // The results go nowhere; the worker and its thread still delete themselves.
         QVERIFY(gate.letWriterIn());
         QVERIFY(gate.letReaderIn());
+        QVERIFY(GatherSysInfo::waitForRunningJobs(kEventWaitMs));
         QTRY_VERIFY_WITH_TIMEOUT(worker.isNull() && thread.isNull(), kEventWaitMs);
         QVERIFY(!QFileInfo::exists(dumpFile()));
     }
 #endif
+
+    // The wait at exit counts a job from its creation to its summary, and one that is
+    // deleted without ever running.
+    void exitWaitCountsAJobFromItsCreation()
+    {
+        QVERIFY(GatherSysInfo::waitForRunningJobs(kEventWaitMs)); // earlier tests' jobs
+        auto *unstarted = new GatherSysInfo;
+        QCOMPARE(GatherSysInfo::waitForRunningJobs(0), false);
+        delete unstarted;
+        QCOMPARE(GatherSysInfo::waitForRunningJobs(0), true);
+
+        GatherSysInfo job;
+        QCOMPARE(GatherSysInfo::waitForRunningJobs(0), false);
+        job.process(); // here, on this thread: done when it returns
+        QCOMPARE(GatherSysInfo::waitForRunningJobs(0), true);
+    }
 
     void toolTipShowsTheSummaryDecoded()
     {
