@@ -26,7 +26,27 @@ TestEnvironment::TestEnvironment()
     qputenv("LOCALAPPDATA", QDir::toNativeSeparators(base + "/data").toLocal8Bit());
     qputenv("TMP", QDir::toNativeSeparators(base + "/tmp").toLocal8Bit());
     qputenv("TEMP", QDir::toNativeSeparators(base + "/tmp").toLocal8Bit());
+    m_home = QDir::homePath();
+    forgetSharedHomeSettings();
+#else
+    m_home = base + "/home";
 #endif
+}
+
+TestEnvironment::~TestEnvironment()
+{
+#ifdef Q_OS_WIN
+    forgetSharedHomeSettings();
+#endif
+}
+
+// On Windows every test of a run shares the home folder. The tests that build windows
+// (FB_TEST_BUILDS_WINDOWS, set by the test registration) take turns, and each starts
+// and leaves without the old settings file there, so none sees another's.
+void TestEnvironment::forgetSharedHomeSettings() const
+{
+    if (qEnvironmentVariableIsSet("FB_TEST_BUILDS_WINDOWS"))
+        QFile::remove(oldSettingsFile());
 }
 
 TestEnvironment &TestEnvironment::instance()
@@ -35,10 +55,20 @@ TestEnvironment &TestEnvironment::instance()
     return environment;
 }
 
+QString TestEnvironment::settingsFile() const
+{
+    return QDir::toNativeSeparators(suiteFolder() + "/feedbackagent.cfg");
+}
+
+QString TestEnvironment::oldSettingsFile() const
+{
+    return QDir::toNativeSeparators(home() + "/.fbagent");
+}
+
 void TestEnvironment::forgetSettings() const
 {
-    QFile::remove(suiteFolder() + "/feedbackagent.cfg");
-    QFile::remove(home() + "/.fbagent");
+    QFile::remove(settingsFile());
+    QFile::remove(oldSettingsFile());
 }
 
 QString writeTestFile(const QString &path, const QByteArray &content)

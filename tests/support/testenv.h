@@ -1,5 +1,7 @@
 #pragma once
 
+#include "sysinfo/gathersysinfo.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -10,23 +12,43 @@ class TestEnvironment
 {
 public:
     TestEnvironment();
+    ~TestEnvironment();
 
     static TestEnvironment &instance();
 
     QString root() const { return m_root.path(); }
-    QString home() const { return m_root.path() + "/home"; }
+    // The home folder the program sees. On Windows it is the account's profile folder,
+    // which no variable moves: under Wine, the prefix's own (a fresh prefix each run of
+    // the Windows lane).
+    QString home() const { return m_home; }
     QString configHome() const { return m_root.path() + "/config"; }
     QString temp() const { return m_root.path() + "/tmp"; }
     // The suite settings folder the program uses in this environment.
     QString suiteFolder() const { return configHome() + "/Korvane"; }
+    // The settings file and the older one in the home folder, named as the program
+    // names them: with the system's own separators.
+    QString settingsFile() const;
+    QString oldSettingsFile() const;
     QString thumbnailFolder() const { return temp() + "/fb_thumbnails"; }
     // Every window saves what it was told to remember when it closes; tests that need a
     // window as it starts the first time call this first.
     void forgetSettings() const;
 
 private:
+    void forgetSharedHomeSettings() const;
+
     QTemporaryDir m_root;
+    QString m_home;
 };
+
+// The variables the suite settings folder and the temporary folder come from.
+#ifdef Q_OS_WIN
+constexpr char kSettingsBaseVariable[] = "APPDATA";
+constexpr char kTempVariable[] = "TMP";
+#else
+constexpr char kSettingsBaseVariable[] = "XDG_CONFIG_HOME";
+constexpr char kTempVariable[] = "TMPDIR";
+#endif
 
 // How long a test waits for an event from the window system or another process: a
 // window exposed or active, a minimise, a clipboard owner, a process ending. Generous,
@@ -37,7 +59,9 @@ constexpr int kEventWaitMs = 60000;
 // string when it cannot be written.
 QString writeTestFile(const QString &path, const QByteArray &content = "x");
 
-// Like QTEST_MAIN, but isolates the environment before QApplication exists.
+// Like QTEST_MAIN, but isolates the environment before QApplication exists, and, as
+// the program does, lets a machine-summary job that a window started finish before
+// the process ends.
 #define FB_TEST_MAIN(TestObject)                                                                                       \
     int main(int argc, char *argv[])                                                                                   \
     {                                                                                                                  \
@@ -46,5 +70,7 @@ QString writeTestFile(const QString &path, const QByteArray &content = "x");
         app.setAttribute(Qt::AA_Use96Dpi, true);                                                                       \
         TestObject tc;                                                                                                 \
         QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
-        return QTest::qExec(&tc, argc, argv);                                                                          \
+        const int status = QTest::qExec(&tc, argc, argv);                                                              \
+        GatherSysInfo::waitForRunningJobs(kEventWaitMs);                                                               \
+        return status;                                                                                                 \
     }
