@@ -10,16 +10,18 @@
 #include <QFile>
 #include <QSettings>
 
+#include <algorithm>
+
 namespace settingsfiles {
 
 inline QString newFile()
 {
-    return TestEnvironment::instance().suiteFolder() + "/feedbackagent.cfg";
+    return TestEnvironment::instance().settingsFile();
 }
 
 inline QString oldFile()
 {
-    return TestEnvironment::instance().home() + "/.fbagent";
+    return TestEnvironment::instance().oldSettingsFile();
 }
 
 // No settings file of either kind, no thumbnails: every test starts from scratch.
@@ -41,6 +43,31 @@ inline bool writeBytes(const QString &path, const QByteArray &content)
     QDir().mkpath(QFileInfo(path).absolutePath());
     QFile file(path);
     return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+// Text with the line ends Qt's INI files have on this system.
+inline QByteArray iniLines(QByteArray text)
+{
+#ifdef Q_OS_WIN
+    text.replace("\n", "\r\n");
+#endif
+    return text;
+}
+
+// The bytes of a settings file of one group whose keys were set in the order of lines
+// ("key=value" each). Qt writes a group's keys sorted by name on Linux, and in the
+// order they were set on Windows.
+inline QByteArray iniFile(const QByteArray &group, QList<QByteArray> lines)
+{
+#ifndef Q_OS_WIN
+    std::stable_sort(lines.begin(), lines.end(), [](const QByteArray &a, const QByteArray &b) {
+        return a.left(a.indexOf('=')) < b.left(b.indexOf('='));
+    });
+#endif
+    QByteArray text = "[" + group + "]\n";
+    for (const QByteArray &line : lines)
+        text += line + "\n";
+    return iniLines(text);
 }
 
 // The "application" group written by a plain QSettings, as another program would.

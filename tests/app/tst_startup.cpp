@@ -29,8 +29,8 @@ class TestStartup : public QObject
 private:
     TestEnvironment &env = TestEnvironment::instance();
     QString suite() const { return env.suiteFolder(); }
-    QString newFile() const { return env.suiteFolder() + "/feedbackagent.cfg"; }
-    QString oldFile() const { return env.home() + "/.fbagent"; }
+    QString newFile() const { return env.settingsFile(); }
+    QString oldFile() const { return env.oldSettingsFile(); }
 
 private slots:
     void init()
@@ -146,10 +146,10 @@ private slots:
         // A regular file where the config folder should be: the suite folder cannot exist.
         const QString blocker = env.root() + "/blocker";
         QVERIFY(!writeTestFile(blocker).isEmpty());
-        const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_CONFIG_HOME", blocker.toLocal8Bit());
+        const QByteArray saved = qgetenv(kSettingsBaseVariable);
+        qputenv(kSettingsBaseVariable, QDir::toNativeSeparators(blocker).toLocal8Bit());
         std::unique_ptr<MainWindow> window(new MainWindow);
-        qputenv("XDG_CONFIG_HOME", saved);
+        qputenv(kSettingsBaseVariable, saved);
         QCOMPARE(MainWindowProbe::configPath(*window), oldFile());
         QVERIFY(!QFile::exists(oldFile()));
     }

@@ -5,29 +5,58 @@
 #include <QDir>
 #include <QtTest>
 
+namespace {
+
+// Sets a variable for the life of the object.
+class ScopedVariable
+{
+public:
+    ScopedVariable(const char *name, const QString &value)
+        : m_name(name)
+        , m_saved(qgetenv(name))
+    {
+        qputenv(name, QDir::toNativeSeparators(value).toLocal8Bit());
+    }
+    ~ScopedVariable() { qputenv(m_name, m_saved); }
+    ScopedVariable(const ScopedVariable &) = delete;
+    ScopedVariable &operator=(const ScopedVariable &) = delete;
+
+private:
+    const char *m_name;
+    QByteArray m_saved;
+};
+
+QString native(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
+}
+
+} // namespace
+
 class TestSuitePath : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void settingsFolderFollowsXdgConfigHome()
+    void settingsFolderIsUnderTheUsersConfigurationBase()
     {
-        QCOMPARE(QString::fromUtf8(SuitePath(10)), TestEnvironment::instance().configHome() + "/Korvane");
+        QCOMPARE(QString::fromUtf8(SuitePath(10)), native(TestEnvironment::instance().configHome() + "/Korvane"));
     }
 
     void settingsFolderHasNoTrailingSeparator()
     {
-        const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_CONFIG_HOME", (TestEnvironment::instance().configHome() + "///").toLocal8Bit());
-        const QString path = QString::fromUtf8(SuitePath(10));
-        qputenv("XDG_CONFIG_HOME", saved);
-        QCOMPARE(path, TestEnvironment::instance().configHome() + "/Korvane");
+        QString path;
+        {
+            ScopedVariable base(kSettingsBaseVariable, TestEnvironment::instance().configHome() + "///");
+            path = QString::fromUtf8(SuitePath(10));
+        }
+        QCOMPARE(path, native(TestEnvironment::instance().configHome() + "/Korvane"));
     }
 
     void tempFolderIsWritableWithoutTrailingSeparator()
     {
         const QString path = QString::fromUtf8(SuitePath(2));
-        QCOMPARE(path, TestEnvironment::instance().temp());
+        QCOMPARE(path, native(TestEnvironment::instance().temp()));
         QFile probe(path + "/probe.txt");
         QVERIFY(probe.open(QIODevice::WriteOnly));
         probe.close();
@@ -36,14 +65,18 @@ private slots:
 
     void tempFolderThatIsNotThereIsEmpty()
     {
-        const QByteArray saved = qgetenv("TMPDIR");
-        qputenv("TMPDIR", (TestEnvironment::instance().root() + "/no-such-folder").toLocal8Bit());
-        const QByteArray missing(SuitePath(2));
+        QByteArray missing;
+        {
+            ScopedVariable temp(kTempVariable, TestEnvironment::instance().root() + "/no-such-folder");
+            missing = SuitePath(2);
+        }
         const QString blocker = TestEnvironment::instance().root() + "/a-file";
         QVERIFY(!writeTestFile(blocker).isEmpty());
-        qputenv("TMPDIR", blocker.toLocal8Bit());
-        const QByteArray file(SuitePath(2));
-        qputenv("TMPDIR", saved);
+        QByteArray file;
+        {
+            ScopedVariable temp(kTempVariable, blocker);
+            file = SuitePath(2);
+        }
         QCOMPARE(missing, QByteArray());
         QCOMPARE(file, QByteArray());
     }
@@ -52,11 +85,12 @@ private slots:
     {
         const QString folder = TestEnvironment::instance().root() + QString::fromUtf8("/conf \xC3\xA9t\xC3\xA9");
         QVERIFY(QDir().mkpath(folder));
-        const QByteArray saved = qgetenv("XDG_CONFIG_HOME");
-        qputenv("XDG_CONFIG_HOME", folder.toLocal8Bit());
-        const QByteArray path(SuitePath(10));
-        qputenv("XDG_CONFIG_HOME", saved);
-        QCOMPARE(path, (folder + "/Korvane").toUtf8());
+        QByteArray path;
+        {
+            ScopedVariable base(kSettingsBaseVariable, folder);
+            path = SuitePath(10);
+        }
+        QCOMPARE(path, native(folder + "/Korvane").toUtf8());
     }
 
     void unknownKindIsEmpty()

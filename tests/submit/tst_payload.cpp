@@ -24,6 +24,16 @@
 
 namespace {
 
+// A file name with a quote in it, and how the report names it. Windows allows no
+// double quote in a file name, so a single one stands in there.
+#ifdef Q_OS_WIN
+const char kQuotedFileName[] = "q'uote.txt";
+const char kQuotedFileNameSent[] = "q%27uote.txt";
+#else
+const char kQuotedFileName[] = "q\"uote.txt";
+const char kQuotedFileNameSent[] = "q%22uote.txt";
+#endif
+
 const QByteArray kAnnIdentity = "{ \"product\" : \"Korvane3D\", \"name\" : \"Ann%20Lee\", \"email\" : "
                                 "\"ann%40example.com\", \"validated\" : \"false\" }";
 
@@ -95,12 +105,16 @@ private:
         QCOMPARE(multipartParts(request.body, boundary), expectedParts);
         QCOMPARE(request.body, multipartBody(boundary, expectedParts));
 
+#ifndef Q_OS_WIN
+        // A Windows program under Wine cannot start Linux's python3; the body is the
+        // same bytes as above on both systems, and the Linux run has Python read them.
         QFile::remove(path("request.bin"));
         QVERIFY(writeTestFile(path("request.bin"), raw).size() > 0);
         QString error;
         const QList<ParsedPart> parsed = parseWithPython(path("request.bin"), &error);
         QVERIFY2(error.isEmpty(), qPrintable(error));
         QCOMPARE(parsed, partsAsParsed(expectedParts));
+#endif
     }
 
     // Sends with the Send button; the receiver answers 200, the success box is closed
@@ -189,7 +203,7 @@ private slots:
         // The editor keeps lines, not line ends: CR LF and LF both come back as LF.
         report.description = QString::fromUtf8("a\nb\r\nç \"d\"\n");
         report.files = QStringList{writeTestFile(path(QString::fromUtf8("résumé 1.txt")), "r\r\n"),
-                                   writeTestFile(path("q\"uote.txt"), QByteArray("nul\0byte", 8))};
+                                   writeTestFile(path(kQuotedFileName), QByteArray("nul\0byte", 8))};
         fillForm(*window, report);
         sendAndCheck({
             fieldPart("identity", "{ \"product\" : \"Korvane3D\", \"name\" : "
@@ -200,8 +214,8 @@ private slots:
             fieldPart("title", "\xC3\x9Cn\xC3\xAF" "code \"quoted\" a\r\r\nb"),
             fieldPart("description", "a\r\nb\r\n\xC3\xA7 \"d\"\r\n"),
             filePart("r%C3%A9sum%C3%A9%201.txt", "r\r\n"),
-            filePart("q%22uote.txt", QByteArray("nul\0byte", 8)),
-            fieldPart("attachments", "[ \"r%C3%A9sum%C3%A9%201.txt\", \"q%22uote.txt\" ]"),
+            filePart(kQuotedFileNameSent, QByteArray("nul\0byte", 8)),
+            fieldPart("attachments", "[ \"r%C3%A9sum%C3%A9%201.txt\", \"" + QByteArray(kQuotedFileNameSent) + "\" ]"),
         });
     }
 

@@ -338,7 +338,8 @@ private slots:
         QCOMPARE(run.loopResult, 0);
         const RecordedRequest request = parseRecordedRequest(receiver->request(1));
         const QList<QByteArray> parts = multipartParts(request.body, multipartBoundary(request.header("Content-Type")));
-        QCOMPARE(parts.size(), 7);
+        // identity, details, the summary, title, description, the two files, the list
+        QCOMPARE(parts.size(), 8);
         const QString summary = MainWindowProbe::sysInfo(*window);
         QCOMPARE(parts.at(2), fieldPart("sysinfo", summary.toUtf8()));
         const QRegularExpression windowsFields(
