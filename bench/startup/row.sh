@@ -34,3 +34,34 @@ echo "| start-up to window mapped, bare QMainWindow | $bare_ms | ms (median of $
 echo "| start-up ratio agent / bare | $ratio | x | |"
 echo "| peak RSS, feedbackagent | $((agent_rss / 1024)) | MiB | wait4 ru_maxrss |"
 echo "| peak RSS, bare QMainWindow | $((bare_rss / 1024)) | MiB | wait4 ru_maxrss |"
+
+# The same under Wine, when the Windows build is there (tools/lanes/win64.sh makes it):
+# a fresh prefix, its services kept up by one waiting process, then each program
+# started the same number of times. The clock runs from the start of the Wine loader.
+win=${FB_BENCH_WIN64_BUILD:-$root/build-win64}
+qt_prefix=$(cat "$win/CMakeCache.txt" 2>/dev/null | sed -n 's/^FB_WIN_QT_PREFIX:PATH=//p')
+wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
+if [ -x "$wine" ] && [ -f "$win/feedbackagent.exe" ] && [ -f "$win/bench/startup/bench_bare_window.exe" ] &&
+    [ -n "$qt_prefix" ]; then
+    export WINEPREFIX=$work/prefix WINEARCH=win64 WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml="
+    export WINEPATH="Z:$qt_prefix/bin;Z:/usr/lib/gcc/x86_64-w64-mingw32/12-posix;Z:/usr/x86_64-w64-mingw32/lib"
+    FB_IN_XVFB=1 xvfb-run -a -s "-screen 0 1920x1080x24" bash -c "
+        openbox --sm-disable >/dev/null 2>&1 &
+        wineboot --init >/dev/null 2>&1; wineserver -w
+        mkfifo '$work/hold'
+        '$wine' cmd <'$work/hold' >/dev/null 2>&1 &
+        exec 3>'$work/hold'
+        $(declare -f measure)
+        build='$build' runs=$runs
+        measure '$wine' '$win/bench/startup/bench_bare_window.exe' > '$work/wine-bare.txt'
+        measure '$wine' '$win/feedbackagent.exe' > '$work/wine-agent.txt'
+        exec 3>&-
+        wineserver -k
+    " >/dev/null 2>&1
+    wine_bare_ms=$(cut -d' ' -f1 "$work/wine-bare.txt" | median)
+    wine_agent_ms=$(cut -d' ' -f1 "$work/wine-agent.txt" | median)
+    wine_ratio=$(awk -v a="$wine_agent_ms" -v b="$wine_bare_ms" 'BEGIN {printf "%.2f", a / b}')
+    echo "| start-up to window mapped under Wine, feedbackagent.exe | $wine_agent_ms | ms (median of $runs) | Wine $("$wine" --version 2>/dev/null | sed 's/^wine-//'), warm prefix, Xvfb + openbox |"
+    echo "| start-up to window mapped under Wine, bare QMainWindow | $wine_bare_ms | ms (median of $runs) | same run |"
+    echo "| start-up ratio under Wine, agent / bare | $wine_ratio | x | |"
+fi

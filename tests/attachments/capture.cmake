@@ -7,6 +7,14 @@ if(WIN32)
   foreach(name screenshot screenshotflow capture_hidpi capture_hidpi_1.5 capture_dualscreen)
     fb_add_test(attachments ${name} LINUX)
   endforeach()
+  # The shot on the Windows clipboard, read back by another program.
+  add_executable(fb_clipboardbmpreader ${CMAKE_CURRENT_LIST_DIR}/clipboardbmpreader_win.cpp)
+  target_link_options(fb_clipboardbmpreader PRIVATE -static)
+  fb_add_test(attachments screenshotclipboard WINDOW XVFB TIMEOUT 300
+              SOURCES attachments/capturetesting.h attachments/overlaywatcher.h)
+  target_compile_definitions(tst_screenshotclipboard PRIVATE
+      FB_CLIPBOARD_BMP_READER="$<TARGET_FILE:fb_clipboardbmpreader>")
+  add_dependencies(tst_screenshotclipboard fb_clipboardbmpreader)
   return()
 endif()
 find_package(X11 REQUIRED)

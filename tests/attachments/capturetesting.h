@@ -109,11 +109,13 @@ inline bool xdotool(const QStringList &arguments)
     return QProcess::execute(QStringLiteral("xdotool"), arguments) == 0;
 }
 
+#ifdef FB_ROOT_PATTERN_EXE
 // Paints the test pattern on the whole X root window (all screens of the display).
 inline bool paintRootPattern()
 {
     return QProcess::execute(QStringLiteral(FB_ROOT_PATTERN_EXE), QStringList()) == 0;
 }
+#endif
 
 // Whether a window manager really iconifies: a minimised window must leave the
 // screen. Without one the screen-shot flow waits for ever, so the flow test checks
