@@ -39,7 +39,7 @@ echo "| peak RSS, bare QMainWindow | $((bare_rss / 1024)) | MiB | wait4 ru_maxrs
 # a fresh prefix, its services kept up by one waiting process, then each program
 # started the same number of times. The clock runs from the start of the Wine loader.
 win=${FB_BENCH_WIN64_BUILD:-$root/build-win64}
-qt_prefix=$(cat "$win/CMakeCache.txt" 2>/dev/null | sed -n 's/^FB_WIN_QT_PREFIX:PATH=//p')
+qt_prefix=$(sed -n 's/^FB_WIN_QT_PREFIX:PATH=//p' "$win/CMakeCache.txt" 2>/dev/null || true)
 wine=$(command -v wine64 || echo /usr/lib/wine/wine64)
 if [ -x "$wine" ] && [ -f "$win/feedbackagent.exe" ] && [ -f "$win/bench/startup/bench_bare_window.exe" ] &&
     [ -n "$qt_prefix" ]; then

@@ -1,6 +1,7 @@
 #pragma once
 // The few socket and process calls the receiver needs, with a POSIX side and a Winsock
-// side, so that the same receiver runs beside the Linux tests and the Windows ones.
+// side (socketio_posix.cpp, socketio_win.cpp) and what is the same on both
+// (socketio.cpp), so that the same receiver runs beside the Linux tests and the Windows ones.
 #include <cstddef>
 #include <string>
 
@@ -22,6 +23,8 @@ Socket listenOn(const std::string &address, int port, int &boundPort);
 Socket acceptOne(Socket listener);
 // Bytes received (0: the peer closed, -1: an error); interrupted calls are retried.
 long receiveSome(Socket socket, char *buffer, std::size_t size);
+// Bytes sent, at most size (-1: an error); interrupted calls are retried.
+long sendSome(Socket socket, const char *data, std::size_t size);
 bool sendAll(Socket socket, const std::string &data);
 // Half-closes: the peer reads the end of our stream while we can still read its bytes.
 void shutdownSending(Socket socket);

@@ -59,48 +59,15 @@ bool setUp()
     return true;
 }
 
-Socket listenOn(const std::string &address, int port, int &boundPort)
-{
-    const SOCKET listener = ::socket(AF_INET, SOCK_STREAM, IPPROTO_TCP);
-    if (listener == INVALID_SOCKET)
-        return invalidSocket;
-    sockaddr_in bound{};
-    bound.sin_family = AF_INET;
-    bound.sin_port = htons(u_short(port));
-    if (::inet_pton(AF_INET, address.c_str(), &bound.sin_addr) != 1
-        || ::bind(listener, reinterpret_cast<sockaddr *>(&bound), sizeof bound) != 0
-        || ::listen(listener, 16) != 0) {
-        ::closesocket(listener);
-        return invalidSocket;
-    }
-    int size = sizeof bound;
-    ::getsockname(listener, reinterpret_cast<sockaddr *>(&bound), &size);
-    boundPort = ntohs(bound.sin_port);
-    return listener;
-}
-
-Socket acceptOne(Socket listener)
-{
-    return ::accept(listener, nullptr, nullptr);
-}
-
 long receiveSome(Socket socket, char *buffer, std::size_t size)
 {
     const int chunk = size > 0x40000000 ? 0x40000000 : int(size);
     return ::recv(socket, buffer, chunk, 0);
 }
 
-bool sendAll(Socket socket, const std::string &data)
+long sendSome(Socket socket, const char *data, std::size_t size)
 {
-    std::size_t sent = 0;
-    while (sent < data.size()) {
-        const std::size_t left = data.size() - sent;
-        const int n = ::send(socket, data.data() + sent, left > 0x40000000 ? 0x40000000 : int(left), 0);
-        if (n <= 0)
-            return false;
-        sent += std::size_t(n);
-    }
-    return true;
+    return ::send(socket, data, size > 0x40000000 ? 0x40000000 : int(size), 0);
 }
 
 void shutdownSending(Socket socket)
