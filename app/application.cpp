@@ -52,6 +52,6 @@ int runFeedbackAgent(int argc, char **argv)
     }
     // The window may close while the machine summary is still being gathered; the
     // process ends once that job is done, or after a bounded wait.
-    GatherSysInfo::waitForRunningJobs(kSummaryJobExitWaitMs);
+    GatherSysInfo::finishJobsBeforeExit(kSummaryJobExitWaitMs);
     return exitCode;
 }

@@ -205,7 +205,9 @@ void MainWindow::startSystemInfoWorker()
     worker->moveToThread(thread);
     connect(thread, SIGNAL(started()), worker, SLOT(process()));
     connect(worker, SIGNAL(results(const QString &)), this, SLOT(slot_sysinfo(const QString &)));
-    connect(worker, SIGNAL(finished()), thread, SLOT(quit()));
+    // quit() is called on the worker's thread itself: the thread then ends without
+    // the GUI thread's event loop, which no longer runs while the process ends.
+    connect(worker, SIGNAL(finished()), thread, SLOT(quit()), Qt::DirectConnection);
     connect(worker, SIGNAL(finished()), worker, SLOT(deleteLater()));
     connect(thread, SIGNAL(finished()), thread, SLOT(deleteLater()));
     thread->start();

@@ -1,8 +1,10 @@
 #include "sysinfo/gathersysinfo.h"
 
+#include "sysinfo/jobthreads.h"
 #include "sysinfo/systemsummary.h"
 
 #include <QDeadlineTimer>
+#include <QAtomicInt>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QTextStream>
@@ -13,6 +15,11 @@ namespace {
 QMutex runningJobsMutex;
 QWaitCondition noJobRunning;
 int runningJobs = 0;
+
+// Jobs share one dump file, and the diagnostics provider does not survive being
+// initialised on two threads at once (Wine's WMI crashes): one dump at a time.
+QMutex oneDumpAtATime;
+QAtomicInt programEnding;
 
 } // namespace
 
@@ -40,6 +47,14 @@ GatherSysInfo::~GatherSysInfo()
     countAsRunning(false);
 }
 
+bool GatherSysInfo::finishJobsBeforeExit(int timeoutMs)
+{
+    programEnding.storeRelease(1);
+    QDeadlineTimer deadline(timeoutMs);
+    const bool jobsDone = waitForRunningJobs(static_cast<int>(deadline.remainingTime()));
+    return waitForJobThreadsToEnd(static_cast<int>(deadline.remainingTime())) && jobsDone;
+}
+
 bool GatherSysInfo::waitForRunningJobs(int timeoutMs)
 {
     QDeadlineTimer deadline(timeoutMs);
@@ -53,10 +68,17 @@ bool GatherSysInfo::waitForRunningJobs(int timeoutMs)
 
 void GatherSysInfo::process()
 {
+    noteJobThread();
     QString summary;
-    QTextStream stream(&summary, QIODevice::ReadWrite);
-    writeSystemSummary(stream);
-    stream.flush();
+    {
+        QMutexLocker dumping(&oneDumpAtATime);
+        // Once the process is ending, nobody is left to read a summary.
+        if (!programEnding.loadAcquire()) {
+            QTextStream stream(&summary, QIODevice::ReadWrite);
+            writeSystemSummary(stream);
+            stream.flush();
+        }
+    }
     countAsRunning(false);
 
     // Exactly once, also when the summary is empty; then the thread may end.

@@ -19,6 +19,11 @@ public:
     // hang or crash the exit.
     static bool waitForRunningJobs(int timeoutMs);
 
+    // For the end of the process: a job that has not begun its dump by now writes an
+    // empty summary at once; waits for the others and then for every job's thread to
+    // have ended, all within timeoutMs.
+    static bool finishJobsBeforeExit(int timeoutMs);
+
 signals:
     void finished();
     void results(const QString &info);

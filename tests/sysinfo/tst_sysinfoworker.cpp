@@ -127,7 +127,7 @@ private slots:
         worker->moveToThread(thread);
         connect(thread, SIGNAL(started()), worker, SLOT(process()));
         connect(worker, SIGNAL(results(const QString &)), &receiver, SLOT(slot_sysinfo(const QString &)));
-        connect(worker, SIGNAL(finished()), thread, SLOT(quit()));
+        connect(worker, SIGNAL(finished()), thread, SLOT(quit()), Qt::DirectConnection);
         connect(worker, SIGNAL(finished()), worker, SLOT(deleteLater()));
         connect(thread, SIGNAL(finished()), thread, SLOT(deleteLater()));
         // Watches the order in which the two signals reach the GUI thread.
