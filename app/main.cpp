@@ -1,6 +1,7 @@
 #include "app/application.h"
+#include "app/processexit.h"
 
 int main(int argc, char *argv[])
 {
-    return runFeedbackAgent(argc, argv);
+    endProcess(runFeedbackAgent(argc, argv));
 }

@@ -245,20 +245,26 @@ int main(int argc, char *argv[])
     const bool guardChild = argc == 3 && QByteArray(argv[1]) == "--guard-child";
     if (!guardChild)
         TestEnvironment::instance();
-    QApplication app(argc, argv);
-    if (guardChild) {
-        const QString record = QString::fromLocal8Bit(argv[2]);
-        ModalAnswerer answerer;
-        answerer.then([record](QWidget *modal) {
-            writeGuardChildRecord(record, modal);
-            for (QAbstractButton *button : modal->findChildren<QAbstractButton *>())
-                button->click();
-        });
-        MainWindow window; // the guard ends the process here
-        return 3;
+    int status = 0;
+    {
+        QApplication app(argc, argv);
+        if (guardChild) {
+            const QString record = QString::fromLocal8Bit(argv[2]);
+            ModalAnswerer answerer;
+            answerer.then([record](QWidget *modal) {
+                writeGuardChildRecord(record, modal);
+                for (QAbstractButton *button : modal->findChildren<QAbstractButton *>())
+                    button->click();
+            });
+            MainWindow window; // the guard ends the process here
+            return 3;
+        }
+        TestStartup tc;
+        QTEST_SET_MAIN_SOURCE_PATH
+        status = QTest::qExec(&tc, argc, argv);
+        GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);
     }
-    TestStartup tc;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&tc, argc, argv);
+    TestEnvironment::instance().tearDown();
+    endProcess(status);
 }
 #include "tst_startup.moc"

@@ -259,11 +259,17 @@ int main(int argc, char *argv[])
         return 1;
     }
     TestEnvironment::instance();
-    QApplication app(argc, argv);
-    app.setAttribute(Qt::AA_Use96Dpi, true);
-    TestPrivateNet test;
-    QTEST_SET_MAIN_SOURCE_PATH
-    return QTest::qExec(&test, argc, argv);
+    int status = 0;
+    {
+        QApplication app(argc, argv);
+        app.setAttribute(Qt::AA_Use96Dpi, true);
+        TestPrivateNet test;
+        QTEST_SET_MAIN_SOURCE_PATH
+        status = QTest::qExec(&test, argc, argv);
+        GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);
+    }
+    TestEnvironment::instance().tearDown();
+    endProcess(status);
 }
 
 #include "tst_privatenet.moc"

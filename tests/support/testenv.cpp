@@ -35,9 +35,16 @@ TestEnvironment::TestEnvironment()
 
 TestEnvironment::~TestEnvironment()
 {
+    tearDown();
+}
+
+void TestEnvironment::tearDown()
+{
 #ifdef Q_OS_WIN
     forgetSharedHomeSettings();
 #endif
+    if (QFileInfo::exists(m_root.path()))
+        m_root.remove();
 }
 
 // On Windows every test of a run shares the home folder. The tests that build windows

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/processexit.h"
 #include "sysinfo/gathersysinfo.h"
 
 #include <QString>
@@ -15,6 +16,10 @@ public:
     ~TestEnvironment();
 
     static TestEnvironment &instance();
+
+    // What the destructor does, for a process that ends without running destructors:
+    // removes the folder and, on Windows, the settings left in the shared home folder.
+    void tearDown();
 
     QString root() const { return m_root.path(); }
     // The home folder the program sees. On Windows it is the account's profile folder,
@@ -61,16 +66,20 @@ QString writeTestFile(const QString &path, const QByteArray &content = "x");
 
 // Like QTEST_MAIN, but isolates the environment before QApplication exists, and, as
 // the program does, lets a machine-summary job that a window started finish before
-// the process ends.
+// the process ends, and ends it the program's way.
 #define FB_TEST_MAIN(TestObject)                                                                                       \
     int main(int argc, char *argv[])                                                                                   \
     {                                                                                                                  \
         TestEnvironment::instance();                                                                                   \
-        QApplication app(argc, argv);                                                                                  \
-        app.setAttribute(Qt::AA_Use96Dpi, true);                                                                       \
-        TestObject tc;                                                                                                 \
-        QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
-        const int status = QTest::qExec(&tc, argc, argv);                                                              \
-        GatherSysInfo::waitForRunningJobs(kEventWaitMs);                                                               \
-        return status;                                                                                                 \
+        int status = 0;                                                                                                \
+        {                                                                                                              \
+            QApplication app(argc, argv);                                                                              \
+            app.setAttribute(Qt::AA_Use96Dpi, true);                                                                   \
+            TestObject tc;                                                                                             \
+            QTEST_SET_MAIN_SOURCE_PATH                                                                                 \
+            status = QTest::qExec(&tc, argc, argv);                                                                    \
+            GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);                                                         \
+        }                                                                                                              \
+        TestEnvironment::instance().tearDown();                                                                        \
+        endProcess(status);                                                                                            \
     }
