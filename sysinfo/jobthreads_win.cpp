@@ -17,9 +17,9 @@ void noteJobThread()
 {
     HANDLE thread = nullptr;
     // GetCurrentThread() is a pseudo handle that means "the caller"; another
-    // thread needs a real one to wait on.
-    if (!DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, SYNCHRONIZE,
-                         FALSE, 0))
+    // thread needs a real one, to wait on and to ask for the thread's id.
+    const DWORD access = SYNCHRONIZE | THREAD_QUERY_LIMITED_INFORMATION;
+    if (!DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, access, FALSE, 0))
         return;
     std::lock_guard<std::mutex> lock(threadsMutex);
     threads.push_back(thread);
@@ -34,8 +34,7 @@ bool waitForJobThreadsToEnd(int timeoutMs)
         const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
         const DWORD waitMs = left.count() > 0 ? static_cast<DWORD>(left.count()) : 0;
         // A job run directly on the waiting thread cannot wait for itself.
-        const bool isCaller = GetThreadId(thread) == GetCurrentThreadId();
-        if (!isCaller && WaitForSingleObject(thread, waitMs) != WAIT_OBJECT_0)
+        if (GetThreadId(thread) != GetCurrentThreadId() && WaitForSingleObject(thread, waitMs) != WAIT_OBJECT_0)
             allEnded = false;
         CloseHandle(thread);
     }
