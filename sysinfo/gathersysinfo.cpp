@@ -3,8 +3,8 @@
 #include "sysinfo/jobthreads.h"
 #include "sysinfo/systemsummary.h"
 
-#include <QDeadlineTimer>
 #include <QAtomicInt>
+#include <QDeadlineTimer>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QTextStream>

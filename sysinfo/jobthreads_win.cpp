@@ -31,7 +31,8 @@ bool waitForJobThreadsToEnd(int timeoutMs)
     std::lock_guard<std::mutex> lock(threadsMutex);
     bool allEnded = true;
     for (HANDLE thread : threads) {
-        const auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        using std::chrono::milliseconds;
+        const auto left = std::chrono::duration_cast<milliseconds>(deadline - std::chrono::steady_clock::now());
         const DWORD waitMs = left.count() > 0 ? static_cast<DWORD>(left.count()) : 0;
         // A job run directly on the waiting thread cannot wait for itself.
         if (GetThreadId(thread) != GetCurrentThreadId() && WaitForSingleObject(thread, waitMs) != WAIT_OBJECT_0)

@@ -226,6 +226,7 @@ private slots:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         const QString windows = qEnvironmentVariable("SystemRoot");
         environment.insert("PATH", windows + "\\system32;" + windows);
+        environment.remove("WINEPATH");
         for (const QString &name : environment.keys()) {
             if (name.startsWith("QT_"))
                 environment.remove(name);
@@ -260,7 +261,8 @@ private slots:
         QCOMPARE(find(shot, neutralBanner), QPoint(-1, -1));
 
         QVERIFY(windowdriver::pressInWindow(id, windowdriver::Key::AltF4));
-        QVERIFY2(program.waitForFinished(kEventWaitMs), qPrintable(windowdriver::describeStillRunning(program.processId())));
+        QVERIFY2(program.waitForFinished(kEventWaitMs),
+                 qPrintable(windowdriver::describeStillRunning(program.processId())));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), 0);
     }
