@@ -261,10 +261,8 @@ int main(int argc, char *argv[])
         }
         TestStartup tc;
         QTEST_SET_MAIN_SOURCE_PATH
-        status = QTest::qExec(&tc, argc, argv);
-        GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);
+        status = execTests(&tc, argc, argv);
     }
-    TestEnvironment::instance().tearDown();
-    endProcess(status);
+    endTestProcess(status);
 }
 #include "tst_startup.moc"

@@ -265,11 +265,9 @@ int main(int argc, char *argv[])
         app.setAttribute(Qt::AA_Use96Dpi, true);
         TestPrivateNet test;
         QTEST_SET_MAIN_SOURCE_PATH
-        status = QTest::qExec(&test, argc, argv);
-        GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);
+        status = execTests(&test, argc, argv);
     }
-    TestEnvironment::instance().tearDown();
-    endProcess(status);
+    endTestProcess(status);
 }
 
 #include "tst_privatenet.moc"

@@ -1,8 +1,12 @@
 #include "support/testenv.h"
 
+#include "app/processexit.h"
+#include "sysinfo/gathersysinfo.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QTest>
 
 TestEnvironment::TestEnvironment()
     : m_root(QDir::tempPath() + "/fbtest-XXXXXX")
@@ -86,4 +90,17 @@ QString writeTestFile(const QString &path, const QByteArray &content)
         return QString();
     file.write(content);
     return QFileInfo(path).absoluteFilePath();
+}
+
+int execTests(QObject *testObject, int argc, char **argv)
+{
+    const int status = QTest::qExec(testObject, argc, argv);
+    GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);
+    return status;
+}
+
+void endTestProcess(int status)
+{
+    TestEnvironment::instance().tearDown();
+    endProcess(status);
 }

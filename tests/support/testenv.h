@@ -1,8 +1,7 @@
 #pragma once
 
-#include "app/processexit.h"
-#include "sysinfo/gathersysinfo.h"
 
+#include <QObject>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -64,9 +63,17 @@ constexpr int kEventWaitMs = 60000;
 // string when it cannot be written.
 QString writeTestFile(const QString &path, const QByteArray &content = "x");
 
-// Like QTEST_MAIN, but isolates the environment before QApplication exists, and, as
-// the program does, lets a machine-summary job that a window started finish before
-// the process ends, and ends it the program's way.
+// Runs the test object's functions and then, as the program does before it ends,
+// lets the machine-summary jobs that its windows started finish. Call it while the
+// application object exists.
+int execTests(QObject *testObject, int argc, char **argv);
+
+// Ends a test process as the program ends (endProcess), after removing its private
+// folders: for a main of its own, after execTests and once the application is gone.
+[[noreturn]] void endTestProcess(int status);
+
+// Like QTEST_MAIN, but isolates the environment before QApplication exists, and ends
+// the process the program's way.
 #define FB_TEST_MAIN(TestObject)                                                                                       \
     int main(int argc, char *argv[])                                                                                   \
     {                                                                                                                  \
@@ -77,9 +84,7 @@ QString writeTestFile(const QString &path, const QByteArray &content = "x");
             app.setAttribute(Qt::AA_Use96Dpi, true);                                                                   \
             TestObject tc;                                                                                             \
             QTEST_SET_MAIN_SOURCE_PATH                                                                                 \
-            status = QTest::qExec(&tc, argc, argv);                                                                    \
-            GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);                                                         \
+            status = execTests(&tc, argc, argv);                                                                       \
         }                                                                                                              \
-        TestEnvironment::instance().tearDown();                                                                        \
-        endProcess(status);                                                                                            \
+        endTestProcess(status);                                                                                        \
     }
