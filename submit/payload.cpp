@@ -2,6 +2,7 @@
 #include "form/emailcheck.h"
 #include "form/mainwindow.h"
 #include "form/productareas.h"
+#include "submit/attachmentfile.h"
 #include "submit/reportjson.h"
 #include "ui_mainwindow.h"
 
@@ -64,8 +65,8 @@ QHttpMultiPart *MainWindow::build_payload()
         part.setHeader(QNetworkRequest::ContentDispositionHeader, fileFieldDisposition(fileName));
         part.setHeader(QNetworkRequest::ContentTypeHeader, QStringLiteral("application/octet-stream"));
 
-        QFile *file = new QFile(path);
-        if (!file->open(QIODevice::ReadOnly)) {
+        AttachmentFile *file = new AttachmentFile(path);
+        if (!file->openForSending()) {
             delete file;
             multiPart->deleteLater();
             return nullptr;
