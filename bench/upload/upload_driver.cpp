@@ -1,7 +1,13 @@
 // Sends one report with one attachment through the real MainWindow and reports how
-// long the upload took and how much memory it added.
-// Usage: bench_upload_driver <destination url> <attachment>
-// Prints: "<seconds from Send to the outcome box> <idle RSS KiB> <peak RSS KiB during the send>"
+// long the upload took, the processor time it cost, how much memory it added, and how
+// late a timer on the GUI thread fired while it ran.
+// Usage: bench_upload_driver <destination url> <attachment> [--lateness]
+//        bench_upload_driver --idle <seconds>     the timer alone, with no send
+// The timer runs only with --lateness, since its own wake-ups cost processor time.
+// Prints one line of figures:
+//   "<seconds from Send to the outcome box> <idle RSS KiB> <peak RSS KiB during the send>
+//    <processor seconds, user + system, of the whole program during the send>
+//    <worst lateness of a 5 ms timer on the GUI thread, ms (0 without --lateness)>"
 #include "form/mainwindow.h"
 
 #include <QApplication>
@@ -18,7 +24,11 @@
 #include <QTcpServer>
 #include <QTimer>
 
+#include <sys/resource.h>
+
+#include <algorithm>
 #include <cstdio>
+#include <functional>
 
 namespace {
 
@@ -33,6 +43,88 @@ long statusKiB(const char *field)
     return -1;
 }
 
+double processorSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
+           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+}
+
+// A precise timer on the GUI thread; its worst lateness is how long the event loop
+// was kept from a user's input or a repaint.
+class LatenessProbe
+{
+public:
+    LatenessProbe()
+    {
+        timer.setTimerType(Qt::PreciseTimer);
+        timer.setInterval(kIntervalMs);
+        QObject::connect(&timer, &QTimer::timeout, [this] {
+            const qint64 now = clock.nsecsElapsed();
+            worstNs = std::max(worstNs, now - last - kIntervalMs * 1000000LL);
+            last = now;
+        });
+    }
+    void start()
+    {
+        worstNs = 0;
+        clock.start();
+        last = 0;
+        timer.start();
+    }
+    void stop() { timer.stop(); }
+    double worstMs() const { return worstNs / 1e6; }
+
+private:
+    static constexpr int kIntervalMs = 5;
+    QTimer timer;
+    QElapsedTimer clock;
+    qint64 last = 0;
+    qint64 worstNs = 0;
+};
+
+// Calls back once, when the first message box is shown.
+class OutcomeBoxWatch : public QObject
+{
+public:
+    explicit OutcomeBoxWatch(std::function<void(QMessageBox *)> onShown) : onShown(std::move(onShown)) {}
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Show && onShown) {
+            if (QMessageBox *box = qobject_cast<QMessageBox *>(watched)) {
+                onShown(box);
+                onShown = nullptr;
+            }
+        }
+        return false;
+    }
+
+private:
+    std::function<void(QMessageBox *)> onShown;
+};
+
+int measureIdle(double seconds)
+{
+    MainWindow window;
+    window.show();
+    LatenessProbe probe;
+    double before = 0;
+    QTimer::singleShot(500, [&] {
+        before = processorSeconds();
+        probe.start();
+    });
+    QTimer::singleShot(500 + int(seconds * 1000), [&] {
+        probe.stop();
+        QCoreApplication::quit();
+    });
+    QApplication::exec();
+    std::printf("%.3f 0 0 %.3f %.2f\n", seconds, processorSeconds() - before, probe.worstMs());
+    return 0;
+}
+
 template <typename T>
 T *child(const MainWindow &window, const char *name)
 {
@@ -43,8 +135,8 @@ T *child(const MainWindow &window, const char *name)
 
 int main(int argc, char *argv[])
 {
-    if (argc != 3) {
-        std::fprintf(stderr, "usage: %s <destination url> <attachment>\n", argv[0]);
+    if (argc != 3 && !(argc == 4 && qstrcmp(argv[3], "--lateness") == 0)) {
+        std::fprintf(stderr, "usage: %s <destination url> <attachment> [--lateness] | --idle <seconds>\n", argv[0]);
         return 2;
     }
     QApplication app(argc, argv);
@@ -56,6 +148,9 @@ int main(int argc, char *argv[])
             return 1;
         }
     }
+    if (qstrcmp(argv[1], "--idle") == 0)
+        return measureIdle(QByteArray(argv[2]).toDouble());
+    const bool withLateness = argc == 4;
     MainWindow window;
     window.show();
 
@@ -72,27 +167,32 @@ int main(int argc, char *argv[])
 
     QElapsedTimer clock;
     double seconds = -1;
+    double cpuAtSend = 0;
+    double cpuSeconds = -1;
     long idleKiB = 0;
     QString outcome;
+    LatenessProbe probe;
 
     // The outcome box ends the measurement; closing it lets the program quit as usual.
-    QTimer boxWatch;
-    boxWatch.setInterval(5);
-    QObject::connect(&boxWatch, &QTimer::timeout, [&] {
-        if (QMessageBox *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget())) {
-            seconds = clock.nsecsElapsed() / 1e9;
-            outcome = box->windowTitle();
-            boxWatch.stop();
-            box->accept();
-        }
+    // It is noticed by the event that shows it, not by polling, which would cost the
+    // GUI thread wake-ups of its own during the send.
+    OutcomeBoxWatch boxWatch([&](QMessageBox *box) {
+        seconds = clock.nsecsElapsed() / 1e9;
+        cpuSeconds = processorSeconds() - cpuAtSend;
+        probe.stop();
+        outcome = box->windowTitle();
+        QTimer::singleShot(0, box, &QMessageBox::accept);
     });
+    app.installEventFilter(&boxWatch);
 
     QTimer::singleShot(500, [&] {
         QFile clear(QStringLiteral("/proc/self/clear_refs"));
         if (clear.open(QIODevice::WriteOnly))
             clear.write("5"); // restart the peak from here
         idleKiB = statusKiB("VmRSS:");
-        boxWatch.start();
+        if (withLateness)
+            probe.start();
+        cpuAtSend = processorSeconds();
         clock.start();
         child<QPushButton>(window, "button_Send")->click();
     });
@@ -102,6 +202,6 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "no success: \"%s\" (loop %d)\n", qPrintable(outcome), result);
         return 1;
     }
-    std::printf("%.3f %ld %ld\n", seconds, idleKiB, statusKiB("VmHWM:"));
+    std::printf("%.3f %ld %ld %.3f %.2f\n", seconds, idleKiB, statusKiB("VmHWM:"), cpuSeconds, probe.worstMs());
     return 0;
 }
