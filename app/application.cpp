@@ -1,5 +1,7 @@
 #include "app/application.h"
 
+#include "app/startuptrace.h"
+
 #include "form/mainwindow.h"
 #include "sysinfo/gathersysinfo.h"
 
@@ -32,14 +34,17 @@ void installTranslator(QApplication &app, QTranslator &translator, const QString
 
 int runFeedbackAgent(int argc, char **argv)
 {
+    startuptrace::start();
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
     QApplication app(argc, argv);
+    startuptrace::mark("application");
 
     QTranslator qtTranslator;
     installTranslator(app, qtTranslator, QStringLiteral("qt_"));
     QTranslator feedbackTranslator;
     installTranslator(app, feedbackTranslator, QStringLiteral("feedback_"));
+    startuptrace::mark("translators");
 
     int exitCode = 0;
     {
@@ -47,7 +52,9 @@ int runFeedbackAgent(int argc, char **argv)
         const QScreen *primary = QGuiApplication::primaryScreen();
         if (primary)
             window.move(centredPosition(primary->geometry().size(), window.size()));
+        startuptrace::markFirstPaint(&window);
         window.show();
+        startuptrace::mark("shown");
         exitCode = app.exec();
     }
     // The window may close while the machine summary is still being gathered; the

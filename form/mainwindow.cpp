@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "app/buildinfo.h"
+#include "app/startuptrace.h"
 #include "app/suitepath.h"
 #include "attachments/ask.h"
 #include "form/productareas.h"
@@ -47,8 +48,10 @@ MainWindow::MainWindow(QWidget *parent)
     appIcon = QIcon(QStringLiteral(":/images/FB_logo.png"));
 
     takeInstanceGuard();
+    startuptrace::mark("window: icon and instance guard");
 
     ui->setupUi(this);
+    startuptrace::mark("window: form built");
     setCentralWidget(ui->centralWidget);
     setAcceptDrops(true);
     setWindowTitle(titleText);
@@ -67,9 +70,13 @@ MainWindow::MainWindow(QWidget *parent)
     emailRegExp.setCaseSensitivity(Qt::CaseInsensitive);
     emailRegExp.setPatternSyntax(QRegExp::RegExp);
 
+    startuptrace::mark("window: form connected");
+
     createValidators();
     loadSettings();
+    startuptrace::mark("window: settings loaded");
     slot_set_control_states();
+    startuptrace::mark("window: control states");
     startSystemInfoWorker();
     installSysInfoToolTip(ui->check_Include_System_Info, [this] { return sysInfo; });
 
@@ -77,6 +84,7 @@ MainWindow::MainWindow(QWidget *parent)
     ui->tree_Attachments->installEventFilter(this);
 
     applyLaunchOptions();
+    startuptrace::mark("window: constructed");
 }
 
 MainWindow::~MainWindow()

@@ -22,6 +22,10 @@ FB_IN_XVFB=1 xvfb-run -a -s "-screen 0 1920x1080x24" bash -c "
     build='$build' runs=$runs
     measure '$build/bench/startup/bench_bare_window' > '$work/bare.txt'
     measure '$build/feedbackagent' > '$work/agent.txt'
+    for i in \$(seq $runs); do
+        QT_LOGGING_RULES=feedbackagent.startup.debug=true '$build/bench/startup/bench_time_to_window' \
+            '$build/feedbackagent' 2>'$work/trace-'\$i'.txt' >/dev/null
+    done
 " >/dev/null 2>&1
 
 bare_ms=$(cut -d' ' -f1 "$work/bare.txt" | median)
@@ -32,6 +36,16 @@ ratio=$(awk -v a="$agent_ms" -v b="$bare_ms" 'BEGIN {printf "%.2f", a / b}')
 echo "| start-up to window mapped, feedbackagent | $agent_ms | ms (median of $runs) | Xvfb 1920x1080 + openbox |"
 echo "| start-up to window mapped, bare QMainWindow | $bare_ms | ms (median of $runs) | same run |"
 echo "| start-up ratio agent / bare | $ratio | x | |"
+# Where the time goes: the program's own start-up marks (app/startuptrace.h), each the
+# median over the traced runs of the milliseconds from main to that mark. What comes
+# before main (loading and linking the libraries) is not in them.
+cat "$work"/trace-*.txt | sed -n 's/^feedbackagent.startup: startup //p' |
+    awk '{ms = $1; $1 = ""; stage = substr($0, 2); if (!(stage in seen)) {seen[stage] = 1; order[++n] = stage}
+          values[stage] = values[stage] " " ms}
+         END {for (i = 1; i <= n; ++i) print order[i] "\t" values[order[i]]}' |
+    while IFS=$'\t' read -r stage values; do
+        echo "| start-up mark: $stage | $(tr ' ' '\n' <<<"$values" | sed '/^$/d' | median) | ms from main (median) | QT_LOGGING_RULES=feedbackagent.startup.debug=true |"
+    done
 echo "| peak RSS, feedbackagent | $((agent_rss / 1024)) | MiB | wait4 ru_maxrss |"
 echo "| peak RSS, bare QMainWindow | $((bare_rss / 1024)) | MiB | wait4 ru_maxrss |"
 
