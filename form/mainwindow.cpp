@@ -2,6 +2,7 @@
 #include "ui_mainwindow.h"
 
 #include "app/buildinfo.h"
+#include "app/fontwarmup.h"
 #include "app/startuptrace.h"
 #include "app/suitepath.h"
 #include "attachments/ask.h"
@@ -50,6 +51,9 @@ MainWindow::MainWindow(QWidget *parent)
     takeInstanceGuard();
     startuptrace::mark("window: icon and instance guard");
 
+    // The form's first style sheet asks for font metrics; the font configuration is
+    // read meanwhile. The families are the form's own, which a machine may lack.
+    const FontWarmUp fontWarmUp({QStringLiteral("Tahoma"), QStringLiteral("MS Sans Serif")});
     ui->setupUi(this);
     startuptrace::mark("window: form built");
     setCentralWidget(ui->centralWidget);
