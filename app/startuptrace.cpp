@@ -39,7 +39,8 @@ void start()
 void mark(const char *stage)
 {
     if (lcStartup().isDebugEnabled() && startupClock().isValid())
-        qCDebug(lcStartup).noquote() << "startup" << QString::number(startupClock().nsecsElapsed() / 1e6, 'f', 2) << stage;
+        qCDebug(lcStartup).noquote() << "startup" << QString::number(startupClock().nsecsElapsed() / 1e6, 'f', 2)
+                                     << stage;
 }
 
 void markFirstPaint(QObject *window)

@@ -96,7 +96,8 @@ QTreeWidgetItem *MainWindow::add_attachment_item(const QString &name_or_path, co
         QString preview = path;
         if (image.width() > kPreviewLimit || image.height() > kPreviewLimit) {
             preview = uuidPngPath(*thumbDir);
-            savePreview(image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::SmoothTransformation), preview);
+            savePreview(image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::SmoothTransformation),
+                        preview);
         }
         item->setToolTip(1, previewToolTip(preview));
         return item;
