@@ -1,4 +1,5 @@
 // Screen states, completeness rules and the small navigation slots of MainWindow.
+#include "form/completeness.h"
 #include "form/mainwindow.h"
 #include "ui_mainwindow.h"
 
@@ -17,17 +18,6 @@ void setFieldStyle(QWidget *field, const QString &style)
 {
     if (field->styleSheet() != style)
         field->setStyleSheet(style);
-}
-
-// Flags a field that keeps the report incomplete and counts it; clears it otherwise.
-void markField(QWidget *field, bool missing, int &done)
-{
-    if (missing) {
-        setFieldStyle(field, QLatin1String(kMissingFieldStyle));
-        --done;
-    } else {
-        setFieldStyle(field, QString());
-    }
 }
 
 } // namespace
@@ -62,65 +52,8 @@ void MainWindow::slot_set_control_states()
         ui->button_Start_Over->show(); // shown only: a send disables it for good
         ui->button_Cancel->setText(tr("Cancel"));
 
-        const bool nameFilled = !ui->line_Name->text().isEmpty();
-        const bool emailFilled = !ui->line_Email->text().isEmpty();
-        const bool areaChosen = !ui->list_Area->selectedItems().isEmpty();
-        const bool buildFilled = !ui->line_Build->text().isEmpty();
-        const bool titleFilled = !ui->combo_Title->lineEdit()->text().isEmpty();
-        const bool descriptionFilled = !ui->edit_Description->toPlainText().isEmpty();
-        const bool hasAttachments = ui->tree_Attachments->topLevelItemCount() > 0;
-
-        const bool identity = nameFilled && emailFilled;
-        const bool details = areaChosen && buildFilled;
-        const bool description = titleFilled && descriptionFilled;
-
         ui->tabWidget->setEnabled(true);
-        ui->button_Send->setEnabled(identity && details && description && (!bug || hasAttachments));
-
-        const int total = bug ? 7 : 6;
-        int done = total;
-
-        if (identity) {
-            setFieldStyle(ui->line_Name, QString());
-            setFieldStyle(ui->line_Email, QString());
-        } else {
-            // A missing name alone is flagged and counted but sets no tool tip.
-            markField(ui->line_Name, !nameFilled, done);
-            markField(ui->line_Email, !emailFilled, done);
-            if (!emailFilled)
-                ui->button_Send->setToolTip(tr("Please complete the <b>Identity</b> tab."));
-        }
-
-        if (details) {
-            setFieldStyle(ui->list_Area, QString());
-            setFieldStyle(ui->line_Build, QString());
-        } else {
-            markField(ui->list_Area, !areaChosen, done);
-            markField(ui->line_Build, !buildFilled, done);
-            ui->button_Send->setToolTip(tr("Please complete the <b>Details</b> tab."));
-        }
-
-        if (description) {
-            setFieldStyle(ui->combo_Title, QString());
-            setFieldStyle(ui->edit_Description, QString());
-        } else {
-            markField(ui->combo_Title, !titleFilled, done);
-            markField(ui->edit_Description, !descriptionFilled, done);
-            ui->button_Send->setToolTip(tr("Please complete the <b>Description</b> tab."));
-        }
-
-        if (bug) {
-            markField(ui->tree_Attachments, !hasAttachments, done);
-            if (!hasAttachments)
-                ui->button_Send->setToolTip(tr("Please add <b>Attachments</b> to submit the report."));
-        }
-
-        if (done != total) {
-            ui->button_Send->setText(tr("Completed %1/%2").arg(done).arg(total));
-        } else {
-            ui->button_Send->setText(tr("Send..."));
-            ui->button_Send->setToolTip(tr("Submit the report"));
-        }
+        applyCompleteness(completeness::evaluate(formFacts(), bug));
         break;
     }
 
@@ -138,17 +71,62 @@ void MainWindow::slot_set_control_states()
     }
 }
 
+completeness::FormFacts MainWindow::formFacts() const
+{
+    completeness::FormFacts facts;
+    facts.nameFilled = !ui->line_Name->text().isEmpty();
+    facts.emailFilled = !ui->line_Email->text().isEmpty();
+    facts.areaChosen = !ui->list_Area->selectedItems().isEmpty();
+    facts.buildFilled = !ui->line_Build->text().isEmpty();
+    facts.titleFilled = !ui->combo_Title->lineEdit()->text().isEmpty();
+    facts.descriptionFilled = !ui->edit_Description->toPlainText().isEmpty();
+    facts.hasAttachments = ui->tree_Attachments->topLevelItemCount() > 0;
+    return facts;
+}
+
+void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
+{
+    ui->button_Send->setEnabled(verdict.sendEnabled);
+
+    const std::pair<completeness::Field, QWidget *> fields[] = {
+        {completeness::NameField, ui->line_Name},   {completeness::EmailField, ui->line_Email},
+        {completeness::AreaField, ui->list_Area},   {completeness::BuildField, ui->line_Build},
+        {completeness::TitleField, ui->combo_Title}, {completeness::DescriptionField, ui->edit_Description},
+        {completeness::AttachmentsField, ui->tree_Attachments},
+    };
+    for (const auto &[field, widget] : fields) {
+        if (verdict.flagged & field)
+            setFieldStyle(widget, QLatin1String(kMissingFieldStyle));
+        else if (verdict.cleared & field)
+            setFieldStyle(widget, QString());
+    }
+
+    switch (verdict.hint) {
+    case completeness::SendHint::Unchanged: break;
+    case completeness::SendHint::CompleteIdentity:
+        ui->button_Send->setToolTip(tr("Please complete the <b>Identity</b> tab."));
+        break;
+    case completeness::SendHint::CompleteDetails:
+        ui->button_Send->setToolTip(tr("Please complete the <b>Details</b> tab."));
+        break;
+    case completeness::SendHint::CompleteDescription:
+        ui->button_Send->setToolTip(tr("Please complete the <b>Description</b> tab."));
+        break;
+    case completeness::SendHint::AddAttachments:
+        ui->button_Send->setToolTip(tr("Please add <b>Attachments</b> to submit the report."));
+        break;
+    case completeness::SendHint::Submit: ui->button_Send->setToolTip(tr("Submit the report")); break;
+    }
+    if (verdict.done != verdict.total)
+        ui->button_Send->setText(tr("Completed %1/%2").arg(verdict.done).arg(verdict.total));
+    else
+        ui->button_Send->setText(tr("Send..."));
+}
+
 void MainWindow::jumpToMissingTab()
 {
-    // The build number is not looked at here, unlike the completeness rule.
-    if (ui->line_Name->text().isEmpty() || ui->line_Email->text().isEmpty())
-        ui->tabWidget->setCurrentIndex(1);
-    else if (ui->list_Area->selectedItems().isEmpty())
-        ui->tabWidget->setCurrentIndex(2);
-    else if (ui->combo_Title->currentText().isEmpty() || ui->edit_Description->toPlainText().isEmpty())
-        ui->tabWidget->setCurrentIndex(3);
-    else if (reportKind == BugReport && ui->tree_Attachments->topLevelItemCount() == 0)
-        ui->tabWidget->setCurrentIndex(4);
+    if (const auto tab = completeness::firstMissingTab(formFacts(), reportKind == BugReport))
+        ui->tabWidget->setCurrentIndex(int(*tab));
 }
 
 void MainWindow::showReportKindTexts(ReportKind kind)

@@ -19,6 +19,10 @@ class QTreeWidgetItem;
 namespace Ui {
 class MainWindow;
 }
+namespace completeness {
+struct FormFacts;
+struct Verdict;
+} // namespace completeness
 
 // Screen the window shows; kept as a plain 32-bit value.
 enum FormState : qint32 { Choosing = 0, Composing = 1, Sending = 2 };
@@ -101,6 +105,8 @@ private:
     void startSystemInfoWorker();
     void applyLaunchOptions();
     void jumpToMissingTab();
+    completeness::FormFacts formFacts() const;
+    void applyCompleteness(const completeness::Verdict &verdict);
     void showReportKindTexts(ReportKind kind);
 
     Ui::MainWindow *ui = nullptr;
