@@ -2,6 +2,7 @@
 // The tree itself is the store: column 1 holds the path that the payload sends.
 #include "attachments/ask.h"
 #include "form/mainwindow.h"
+#include "form/reporttab.h"
 #include "ui_mainwindow.h"
 
 #include <QBuffer>
@@ -183,7 +184,7 @@ void MainWindow::dropEvent(QDropEvent *event)
         QFile file(info.absoluteFilePath());
         if (file.open(QIODevice::ReadOnly)) {
             add_attachment_item(info.absoluteFilePath(), QPixmap());
-            ui->tabWidget->setCurrentIndex(4);
+            ui->tabWidget->setCurrentIndex(tabIndex(ReportTab::Attachments));
         } else {
             Ask ask(this, tr("File Access Failure"), appIcon);
             ask.warning(tr("Failed to access file."), QStringList{tr("OK")});

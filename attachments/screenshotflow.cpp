@@ -4,6 +4,7 @@
 #include "attachments/clipboard.h"
 #include "attachments/screenshot.h"
 #include "form/mainwindow.h"
+#include "form/reporttab.h"
 #include "ui_mainwindow.h"
 
 #include <QCursor>
@@ -64,7 +65,7 @@ void MainWindow::slot_screen_shot()
     if (!name.isEmpty()) {
         add_attachment_item(name, picture);
         copy_pixmap_to_clipboard(picture, this);
-        ui->tabWidget->setCurrentIndex(4);
+        ui->tabWidget->setCurrentIndex(tabIndex(ReportTab::Attachments));
     }
 
     showNormal();

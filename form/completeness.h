@@ -4,6 +4,8 @@
 // a report from being sent, how many of them are done, which hint the Send button
 // gives, and which tab a press on the disabled button leads to. Plain C++.
 
+#include "form/reporttab.h"
+
 #include <optional>
 
 namespace completeness {
@@ -44,9 +46,6 @@ struct Verdict
     unsigned flagged = 0; // fields shown as missing
     unsigned cleared = 0; // fields shown plainly; a field in neither set is left as it is
 };
-
-// The tabs a report is filled in on, by their index in the tab widget.
-enum class ReportTab { Introduction = 0, Identity = 1, Details = 2, Description = 3, Attachments = 4, Settings = 5 };
 
 // A bug report needs at least one attachment; a feature request does not look at them.
 Verdict evaluate(const FormFacts &facts, bool bugReport);

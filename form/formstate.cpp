@@ -1,6 +1,7 @@
 // Screen states, completeness rules and the small navigation slots of MainWindow.
 #include "form/completeness.h"
 #include "form/mainwindow.h"
+#include "form/reporttab.h"
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>
@@ -126,7 +127,7 @@ void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
 void MainWindow::jumpToMissingTab()
 {
     if (const auto tab = completeness::firstMissingTab(formFacts(), reportKind == BugReport))
-        ui->tabWidget->setCurrentIndex(int(*tab));
+        ui->tabWidget->setCurrentIndex(tabIndex(*tab));
 }
 
 void MainWindow::showReportKindTexts(ReportKind kind)
@@ -179,7 +180,7 @@ void MainWindow::slot_start_over()
 
 void MainWindow::slot_reset_report()
 {
-    ui->tabWidget->setCurrentIndex(0);
+    ui->tabWidget->setCurrentIndex(tabIndex(ReportTab::Introduction));
     if (!ui->check_Remember_My_Info->isChecked()) {
         ui->line_Name->clear();
         ui->line_Email->clear();
@@ -214,23 +215,23 @@ void MainWindow::slot_play_video(const QString &link)
 
 void MainWindow::slot_tab_changed(int index)
 {
-    switch (index) {
-    case 1:
+    switch (static_cast<ReportTab>(index)) {
+    case ReportTab::Identity:
         ui->line_Name->setFocus();
         break;
-    case 2:
+    case ReportTab::Details:
         ui->list_Area->setFocus();
         break;
-    case 3:
+    case ReportTab::Description:
         ui->combo_Title->setFocus();
         break;
-    case 4:
+    case ReportTab::Attachments:
         ui->button_Attach_File->setFocus();
         break;
-    case 5:
+    case ReportTab::Settings:
         ui->group_Proxy_Settings->setFocus();
         break;
-    default:
+    case ReportTab::Introduction:
         break;
     }
 }

@@ -7,6 +7,7 @@
 #include "app/suitepath.h"
 #include "attachments/ask.h"
 #include "form/productareas.h"
+#include "form/reporttab.h"
 #include "resources/resources.h"
 #include "sysinfo/gathersysinfo.h"
 #include "sysinfo/sysinfotooltip.h"
@@ -250,7 +251,8 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 
     if (event->type() == QEvent::KeyPress) {
         const QKeyEvent *key = static_cast<QKeyEvent *>(event);
-        if (key->key() == Qt::Key_V && (key->modifiers() & Qt::ControlModifier) && ui->tabWidget->currentIndex() == 4)
+        if (key->key() == Qt::Key_V && (key->modifiers() & Qt::ControlModifier)
+            && ui->tabWidget->currentIndex() == tabIndex(ReportTab::Attachments))
             paste_clipboard_image();
     }
     // The press is never consumed.

@@ -38,7 +38,7 @@ QByteArray rowName(bool bug, unsigned missing)
 } // namespace
 
 Q_DECLARE_METATYPE(completeness::SendHint)
-Q_DECLARE_METATYPE(std::optional<completeness::ReportTab>)
+Q_DECLARE_METATYPE(std::optional<ReportTab>)
 
 class TestCompleteness : public QObject
 {
