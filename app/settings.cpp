@@ -1,4 +1,5 @@
 // Settings kept between runs, and the window geometry that they record.
+#include "app/storedsettings.h"
 #include "form/mainwindow.h"
 #include "ui_mainwindow.h"
 
@@ -14,107 +15,55 @@ namespace {
 const int kDefaultWidth = 720;
 const int kDefaultHeight = 470;
 const int kTitleHistoryLength = 5;
-const QString kDefaultDelay = QStringLiteral("2"); // also the delay field's placeholder
 
-const QString kGroup = QStringLiteral("application");
-const QString kWindowPos = QStringLiteral("window_pos");
-const QString kWindowSize = QStringLiteral("window_size");
-const QString kSnapshotDelay = QStringLiteral("snapshot_delay");
-const QString kEnhancedCapture = QStringLiteral("enhanced_capture");
-const QString kRememberMe = QStringLiteral("remember_me");
-const QString kUserName = QStringLiteral("user_name");
-const QString kEmail = QStringLiteral("email");
-const QString kNda = QStringLiteral("nda");
-const QString kHttpDestination = QStringLiteral("http_destination");
-const QString kHttpProxy = QStringLiteral("http_proxy");
-const QString kProxyServer = QStringLiteral("http_proxy_server");
-const QString kProxyPort = QStringLiteral("http_proxy_port");
-const QString kProxyUserName = QStringLiteral("http_proxy_username");
-const QString kProxyPassword = QStringLiteral("http_proxy_password");
-const QString kTitleItems = QStringLiteral("title_items");
-
-struct TextKey
+// The widgets' values, in the order the file lists them; the identity and proxy fields
+// are set only when their switch is on, as the file keeps them only then.
+void applyToForm(const StoredSettings &stored, Ui::MainWindow *ui)
 {
-    QString key;
-    QLineEdit *field;
-};
+    if (!stored.snapshotDelay.isEmpty() && stored.snapshotDelay != StoredSettings::kDefaultSnapshotDelay)
+        ui->line_Snapshot_Delay->setText(stored.snapshotDelay);
+    ui->check_EnhancedCapture->setChecked(stored.enhancedCapture);
 
-// Kept only while "Remember My Information" is checked.
-QList<TextKey> identityKeys(Ui::MainWindow *ui)
-{
-    return {{kUserName, ui->line_Name}, {kEmail, ui->line_Email}};
-}
-
-// Kept only while the proxy group is checked.
-QList<TextKey> proxyKeys(Ui::MainWindow *ui)
-{
-    return {{kProxyServer, ui->line_Proxy_Server},
-            {kProxyPort, ui->line_Proxy_Port},
-            {kProxyUserName, ui->line_Proxy_User_Name},
-            {kProxyPassword, ui->line_Proxy_Password}};
-}
-
-void readTexts(const QSettings &settings, const QList<TextKey> &keys)
-{
-    for (const TextKey &entry : keys)
-        entry.field->setText(settings.value(entry.key, QString()).toString());
-}
-
-void writeTexts(QSettings &settings, const QList<TextKey> &keys)
-{
-    for (const TextKey &entry : keys)
-        settings.setValue(entry.key, entry.field->text());
-}
-
-// Everything of the "application" group after the window geometry, in file order.
-void readFormSettings(const QSettings &settings, Ui::MainWindow *ui)
-{
-    const QString delay = settings.value(kSnapshotDelay, QString()).toString();
-    if (!delay.isEmpty() && delay != kDefaultDelay)
-        ui->line_Snapshot_Delay->setText(delay);
-    ui->check_EnhancedCapture->setChecked(settings.value(kEnhancedCapture, false).toBool());
-
-    ui->check_Remember_My_Info->setChecked(settings.value(kRememberMe, false).toBool());
-    if (ui->check_Remember_My_Info->isChecked())
-        readTexts(settings, identityKeys(ui));
-    ui->check_NDA->setChecked(settings.value(kNda, false).toBool());
+    ui->check_Remember_My_Info->setChecked(stored.rememberMe);
+    if (ui->check_Remember_My_Info->isChecked()) {
+        ui->line_Name->setText(stored.userName);
+        ui->line_Email->setText(stored.email);
+    }
+    ui->check_NDA->setChecked(stored.nda);
 
     // Set even when absent: an empty field shows the default destination as placeholder.
-    ui->line_HTTP_Destination->setText(settings.value(kHttpDestination, QString()).toString());
-    ui->group_Proxy_Settings->setChecked(settings.value(kHttpProxy, false).toBool());
-    if (ui->group_Proxy_Settings->isChecked())
-        readTexts(settings, proxyKeys(ui));
+    ui->line_HTTP_Destination->setText(stored.httpDestination);
+    ui->group_Proxy_Settings->setChecked(stored.httpProxy);
+    if (ui->group_Proxy_Settings->isChecked()) {
+        ui->line_Proxy_Server->setText(stored.proxyServer);
+        ui->line_Proxy_Port->setText(stored.proxyPort);
+        ui->line_Proxy_User_Name->setText(stored.proxyUserName);
+        ui->line_Proxy_Password->setText(stored.proxyPassword);
+    }
 
     // The combo box keeps at most five items and drops the rest.
-    ui->combo_Title->addItems(settings.value(kTitleItems, QStringList()).toStringList());
+    ui->combo_Title->addItems(stored.titleItems);
     ui->combo_Title->clearEditText(); // no title preselected
 }
 
-void writeFormSettings(QSettings &settings, Ui::MainWindow *ui)
+StoredSettings gatherFromForm(Ui::MainWindow *ui)
 {
-    if (ui->line_Snapshot_Delay->text() != kDefaultDelay)
-        settings.setValue(kSnapshotDelay, ui->line_Snapshot_Delay->text());
-    settings.setValue(kEnhancedCapture, ui->check_EnhancedCapture->isChecked());
-
-    settings.setValue(kRememberMe, ui->check_Remember_My_Info->isChecked());
-    if (ui->check_Remember_My_Info->isChecked())
-        writeTexts(settings, identityKeys(ui));
-    settings.setValue(kNda, ui->check_NDA->isChecked());
-
-    if (!ui->line_HTTP_Destination->text().isEmpty())
-        settings.setValue(kHttpDestination, ui->line_HTTP_Destination->text());
-    settings.setValue(kHttpProxy, ui->group_Proxy_Settings->isChecked());
-    if (ui->group_Proxy_Settings->isChecked())
-        writeTexts(settings, proxyKeys(ui)); // the password too, as typed
-
-    // Newest first, each title once.
-    QStringList titles;
-    for (int i = 0; i < ui->combo_Title->count(); ++i) {
-        const QString title = ui->combo_Title->itemText(i);
-        if (!titles.contains(title, Qt::CaseSensitive))
-            titles.append(title);
-    }
-    settings.setValue(kTitleItems, titles);
+    StoredSettings stored;
+    stored.snapshotDelay = ui->line_Snapshot_Delay->text();
+    stored.enhancedCapture = ui->check_EnhancedCapture->isChecked();
+    stored.rememberMe = ui->check_Remember_My_Info->isChecked();
+    stored.userName = ui->line_Name->text();
+    stored.email = ui->line_Email->text();
+    stored.nda = ui->check_NDA->isChecked();
+    stored.httpDestination = ui->line_HTTP_Destination->text();
+    stored.httpProxy = ui->group_Proxy_Settings->isChecked();
+    stored.proxyServer = ui->line_Proxy_Server->text();
+    stored.proxyPort = ui->line_Proxy_Port->text();
+    stored.proxyUserName = ui->line_Proxy_User_Name->text();
+    stored.proxyPassword = ui->line_Proxy_Password->text();
+    for (int i = 0; i < ui->combo_Title->count(); ++i)
+        stored.titleItems.append(ui->combo_Title->itemText(i));
+    return stored;
 }
 
 // The file holds the proxy password in plain text, so only its owner may read it.
@@ -154,24 +103,16 @@ void MainWindow::loadSettings()
         return;
 
     QSettings settings(configPath, QSettings::IniFormat);
-    const QStringList groups = settings.childGroups();
-    for (const QString &group : groups) {
-        settings.beginGroup(group);
-        if (group == kGroup) {
-            // A window left partly off the left or top edge comes back to 0 on that axis.
-            QPoint pos = settings.value(kWindowPos, savedPos).toPoint();
-            pos.setX(qMax(pos.x(), 0));
-            pos.setY(qMax(pos.y(), 0));
-            savedPos = pos;
-            savedSize = settings.value(kWindowSize, QSize(kDefaultWidth, kDefaultHeight)).toSize();
-            setGeometry(savedPos.x(), savedPos.y(), savedSize.width(), savedSize.height());
-
-            readFormSettings(settings, ui);
-            if (!ui->line_Email->text().isEmpty())
-                slot_validate_email_domain(); // a remembered address is checked at once
-        }
-        settings.endGroup();
-    }
+    const std::optional<StoredSettings> stored =
+        StoredSettings::read(settings, savedPos, QSize(kDefaultWidth, kDefaultHeight));
+    if (!stored)
+        return;
+    savedPos = stored->windowPos;
+    savedSize = stored->windowSize;
+    setGeometry(savedPos.x(), savedPos.y(), savedSize.width(), savedSize.height());
+    applyToForm(*stored, ui);
+    if (!ui->line_Email->text().isEmpty())
+        slot_validate_email_domain(); // a remembered address is checked at once
 }
 
 void MainWindow::saveSettings()
@@ -179,12 +120,10 @@ void MainWindow::saveSettings()
     makeOwnerOnly(configPath, true);
     {
         QSettings settings(configPath, QSettings::IniFormat);
-        settings.clear(); // keys not written this time disappear from the file
-        settings.beginGroup(kGroup);
-        settings.setValue(kWindowPos, savedPos);
-        settings.setValue(kWindowSize, savedSize);
-        writeFormSettings(settings, ui);
-        settings.endGroup();
+        StoredSettings stored = gatherFromForm(ui);
+        stored.windowPos = savedPos;
+        stored.windowSize = savedSize;
+        stored.write(settings);
     } // written here, as the settings object goes
     makeOwnerOnly(configPath, false);
 }
