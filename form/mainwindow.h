@@ -105,6 +105,10 @@ private:
     void startSystemInfoWorker();
     void applyLaunchOptions();
     void jumpToMissingTab();
+    // Whether the file can be read; if not, the user is told so.
+    bool canOpenOrWarn(const QString &path);
+    // The name a user gives a new image entry; empty when the dialog was cancelled.
+    QString askAttachmentName(const QString &title);
     completeness::FormFacts formFacts() const;
     void applyCompleteness(const completeness::Verdict &verdict);
     void showReportKindTexts(ReportKind kind);

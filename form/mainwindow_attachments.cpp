@@ -1,0 +1,205 @@
+// The attachment list of the window: the file dialog, drag and drop, pasted images and
+// screen shots. The tree itself is the store: column 1 holds the path the payload sends.
+// The rules that need no widget are in attachments/.
+#include "attachments/ask.h"
+#include "attachments/attachmentrules.h"
+#include "attachments/clipboard.h"
+#include "attachments/preview.h"
+#include "attachments/screenshot.h"
+#include "attachments/screenshotflow.h"
+#include "form/mainwindow.h"
+#include "form/reporttab.h"
+#include "ui_mainwindow.h"
+
+#include <QCursor>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QImageReader>
+#include <QInputDialog>
+#include <QMimeData>
+#include <QPixmap>
+#include <QScreen>
+#include <QTimer>
+#include <QWindow>
+
+bool MainWindow::canOpenOrWarn(const QString &path)
+{
+    QFile file(path);
+    if (file.open(QIODevice::ReadOnly))
+        return true;
+    Ask ask(this, tr("File Access Failure"), appIcon);
+    ask.warning(tr("Failed to access file."), QStringList{tr("OK")});
+    return false;
+}
+
+QString MainWindow::askAttachmentName(const QString &title)
+{
+    bool accepted = false;
+    const QString name = QInputDialog::getText(this, title, tr("Name:"), QLineEdit::Normal, QString(), &accepted);
+    return accepted ? name : QString();
+}
+
+QTreeWidgetItem *MainWindow::add_attachment_item(const QString &name_or_path, const QPixmap &pixmap)
+{
+    if (!pixmap.isNull()) {
+        const QImage image = pixmap.toImage();
+        const QString path = freeImageEntryPath(*thumbDir, imageEntryBaseName(name_or_path));
+        image.save(path); // a failed save is not detected: the row points at a missing file
+
+        QTreeWidgetItem *item = new QTreeWidgetItem(ui->tree_Attachments);
+        item->setIcon(0, QIcon(QStringLiteral(":/images/Image.png")));
+        item->setIcon(1, QIcon(pixmap));
+        item->setData(1, Qt::UserRole, path);
+
+        // Small pictures are their own preview.
+        QString preview = path;
+        if (image.width() > kPreviewLimit || image.height() > kPreviewLimit) {
+            preview = uuidPngPath(*thumbDir);
+            savePreview(image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::SmoothTransformation),
+                        preview);
+        }
+        item->setToolTip(1, previewToolTip(preview));
+        return item;
+    }
+
+    const QFileInfo info(name_or_path);
+    QTreeWidgetItem *item = new QTreeWidgetItem(ui->tree_Attachments);
+    item->setText(1, QDir::toNativeSeparators(info.absoluteFilePath()));
+
+    if (QImageReader::imageFormat(info.absoluteFilePath()).isEmpty()) {
+        item->setIcon(0, QIcon(QStringLiteral(":/images/File.png")));
+        return item;
+    }
+    QImage image = readForPreview(info.absoluteFilePath());
+    if (image.isNull())
+        return item;
+
+    item->setIcon(0, QIcon(QStringLiteral(":/images/Image.png")));
+    // Fast scaling here, unlike image entries: this preview is only a tool tip.
+    if (image.width() > kPreviewLimit || image.height() > kPreviewLimit)
+        image = image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::FastTransformation);
+    const QString copy = uuidPngPath(*thumbDir);
+    const QString preview = savePreview(image, copy) ? copy : info.absoluteFilePath();
+    item->setToolTip(1, previewToolTip(preview));
+    item->setData(1, Qt::UserRole, info.absoluteFilePath());
+    return item;
+}
+
+void MainWindow::slot_add_attachment()
+{
+    const QStringList paths =
+        QFileDialog::getOpenFileNames(this, tr("Select File..."), QString(), tr("All Files (*.*)"));
+    if (paths.isEmpty())
+        return;
+    for (const QString &path : paths) {
+        if (canOpenOrWarn(path))
+            add_attachment_item(QDir::toNativeSeparators(path), QPixmap());
+    }
+    slot_set_control_states();
+}
+
+void MainWindow::slot_remove_attachment()
+{
+    const QList<QTreeWidgetItem *> selected = ui->tree_Attachments->selectedItems();
+    for (QTreeWidgetItem *item : selected)
+        delete ui->tree_Attachments->takeTopLevelItem(ui->tree_Attachments->indexOfTopLevelItem(item));
+    slot_set_control_states();
+}
+
+void MainWindow::slot_clear_attachments()
+{
+    while (ui->tree_Attachments->topLevelItemCount() != 0)
+        delete ui->tree_Attachments->takeTopLevelItem(0);
+    slot_set_control_states();
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent *event)
+{
+    const bool hasUriList = event->mimeData()->hasFormat(QStringLiteral("text/uri-list"));
+    if (!hasUriList) {
+        event->ignore();
+        return;
+    }
+    if (dragOffersFiles(hasUriList, event->mimeData()->urls()))
+        event->acceptProposedAction();
+}
+
+void MainWindow::dropEvent(QDropEvent *event)
+{
+    for (const QString &path : droppedFilePaths(event->mimeData()->urls())) {
+        if (canOpenOrWarn(path)) {
+            add_attachment_item(path, QPixmap());
+            ui->tabWidget->setCurrentIndex(tabIndex(ReportTab::Attachments));
+        }
+    }
+    event->acceptProposedAction();
+    slot_set_control_states();
+}
+
+bool MainWindow::read_clipboard_image(QImage &image)
+{
+    return read_image_from_clipboard(image, *thumbDir);
+}
+
+void MainWindow::paste_clipboard_image()
+{
+    // The image is read before the dialog opens: nothing is held while the user types.
+    QImage image;
+    if (!read_clipboard_image(image))
+        return;
+
+    const QString name = image.isNull() ? QString() : askAttachmentName(tr("Name Image"));
+    if (name.isEmpty())
+        return;
+
+    add_attachment_item(name, QPixmap::fromImage(image));
+    slot_set_control_states();
+}
+
+void MainWindow::slot_process_screen_shot()
+{
+    geometryPinned = true;
+    showMinimized();
+    QTimer::singleShot(screenShotDelayMs(ui->line_Snapshot_Delay->text()), this, SLOT(slot_screen_shot()));
+}
+
+void MainWindow::slot_screen_shot()
+{
+    // The window manager iconifies asynchronously: the window state says minimised at
+    // once, but the window is gone from the screen only when it is no longer exposed.
+    const bool minimised = isMinimized() && !(windowHandle() && windowHandle()->isExposed());
+    if (!minimised) {
+        QTimer::singleShot(100, this, SLOT(slot_screen_shot()));
+        return;
+    }
+
+    QScreen *screen = windowHandle() ? windowHandle()->screen() : nullptr;
+    const QPoint pointer = QCursor::pos();
+    const QList<QScreen *> screens = QGuiApplication::screens();
+    for (QScreen *candidate : screens) {
+        if (candidate->geometry().contains(pointer)) {
+            screen = candidate;
+            break;
+        }
+    }
+
+    ScreenShot overlay(ui->check_EnhancedCapture->isChecked());
+    const QPixmap picture = overlay.capture(screen);
+
+    const QString name = picture.isNull() ? QString() : askAttachmentName(tr("Name Screen Shot"));
+    if (!name.isEmpty()) {
+        add_attachment_item(name, picture);
+        copy_pixmap_to_clipboard(picture, this);
+        ui->tabWidget->setCurrentIndex(tabIndex(ReportTab::Attachments));
+    }
+
+    showNormal();
+    activateWindow();
+    raise();
+    geometryPinned = false;
+    slot_set_control_states();
+}
