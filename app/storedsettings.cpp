@@ -1,5 +1,6 @@
 #include "app/storedsettings.h"
 
+#include <QFile>
 #include <QSettings>
 
 namespace {
@@ -94,4 +95,25 @@ void StoredSettings::write(QSettings &settings) const
     }
     settings.setValue(kTitleItems, titles);
     settings.endGroup();
+}
+
+// The file holds the proxy password in plain text, so only its owner may read it.
+// QSettings replaces the file by a temporary copy that inherits the permissions of the
+// file it replaces (or the umask's for a new one): an owner-only file there beforehand
+// keeps the password private while it is written, and the permissions are set again
+// once the file stands.
+void makeSettingsFileOwnerOnly(const QString &path, bool createIfMissing)
+{
+#ifndef Q_OS_WIN
+    QFile file(path);
+    if (!file.exists()) {
+        if (!createIfMissing || !file.open(QIODevice::WriteOnly))
+            return;
+        file.close();
+    }
+    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
+#else
+    Q_UNUSED(path)
+    Q_UNUSED(createIfMissing)
+#endif
 }

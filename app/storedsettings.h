@@ -46,3 +46,7 @@ struct StoredSettings
     // title is written once.
     void write(QSettings &settings) const;
 };
+
+// The file holds the proxy password in plain text, so only its owner may read it. Call
+// it before a save, creating the file if it is missing, and again after it.
+void makeSettingsFileOwnerOnly(const QString &path, bool createIfMissing);

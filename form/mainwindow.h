@@ -33,8 +33,9 @@ enum SendOutcome : qint32 { Idle = 0, InFlight = 1, Aborted = 2, Failed = 3 };
 
 // The one window of the program. It owns every piece of report state: the form,
 // the attachment tree (which is the attachment store), the timers, the host look-up,
-// the network objects and the system summary. Its members are spread over the files
-// of the subsystem that owns them (form/, app/, attachments/, submit/).
+// the network objects and the system summary. Its members are defined in form/
+// (mainwindow_*.cpp by subsystem); the rules they apply live in plain units of the
+// subsystem folders.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT

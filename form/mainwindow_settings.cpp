@@ -1,4 +1,5 @@
-// Settings kept between runs, and the window geometry that they record.
+// Settings kept between runs, and the window geometry that they record. The file's
+// rules are StoredSettings' (app/storedsettings.h); here the form is read and set.
 #include "app/storedsettings.h"
 #include "form/mainwindow.h"
 #include "ui_mainwindow.h"
@@ -66,27 +67,6 @@ StoredSettings gatherFromForm(Ui::MainWindow *ui)
     return stored;
 }
 
-// The file holds the proxy password in plain text, so only its owner may read it.
-// QSettings replaces the file by a temporary copy that inherits the permissions of the
-// file it replaces (or the umask's for a new one): an owner-only file there beforehand
-// keeps the password private while it is written, and the permissions are set again
-// once the file stands.
-void makeOwnerOnly(const QString &path, bool createIfMissing)
-{
-#ifndef Q_OS_WIN
-    QFile file(path);
-    if (!file.exists()) {
-        if (!createIfMissing || !file.open(QIODevice::WriteOnly))
-            return;
-        file.close();
-    }
-    file.setPermissions(QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-#else
-    Q_UNUSED(path)
-    Q_UNUSED(createIfMissing)
-#endif
-}
-
 } // namespace
 
 void MainWindow::loadSettings()
@@ -117,7 +97,7 @@ void MainWindow::loadSettings()
 
 void MainWindow::saveSettings()
 {
-    makeOwnerOnly(configPath, true);
+    makeSettingsFileOwnerOnly(configPath, true);
     {
         QSettings settings(configPath, QSettings::IniFormat);
         StoredSettings stored = gatherFromForm(ui);
@@ -125,7 +105,7 @@ void MainWindow::saveSettings()
         stored.windowSize = savedSize;
         stored.write(settings);
     } // written here, as the settings object goes
-    makeOwnerOnly(configPath, false);
+    makeSettingsFileOwnerOnly(configPath, false);
 }
 
 void MainWindow::moveEvent(QMoveEvent *event)
