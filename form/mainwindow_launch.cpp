@@ -35,8 +35,9 @@ void MainWindow::applyLaunchOptions()
 
     if (launchArea.isEmpty())
         return;
-    // Looked up in the MainWindow context while the list was filled in the QObject
-    // context: with a translation loaded, only names translated alike in both are found.
+    // The list holds the source-language names (see form/productareas.h). The value
+    // goes through tr() in the MainWindow context first, so with a translation loaded
+    // an area whose name that context translates is not found.
     const QString text = tr(launchArea.toLocal8Bit().constData());
     const QList<QListWidgetItem *> found = ui->list_Area->findItems(text, Qt::MatchExactly);
     if (!found.isEmpty())

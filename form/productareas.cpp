@@ -5,6 +5,8 @@
 namespace {
 
 // Nearly alphabetical on purpose: the list grew over releases and "Other" closes it.
+// Translated here, before any translator is installed: the source-language names
+// (see productareas.h). The .ts files still list them for translators.
 const QString kAreas[] = {
     QObject::tr("Animation"),          QObject::tr("Asset Browser"),      QObject::tr("Audio"),
     QObject::tr("Cameras"),            QObject::tr("Cloth Simulation"),   QObject::tr("Content Library"),

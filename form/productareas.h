@@ -3,6 +3,7 @@
 #include <QStringList>
 
 // The product areas a report can be filed against, in the order list_Area shows them.
-// The names are passed through QObject::tr during static initialisation, before any
-// translator exists, so these are the source-language names that the payload sends.
+// The names pass through QObject::tr during static initialisation, before any
+// translator is installed: so the list shows, the launch option is matched against and
+// the payload sends the source-language names, whatever the language.
 const QStringList &productAreaNames();
