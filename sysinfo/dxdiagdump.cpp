@@ -111,16 +111,3 @@ void writeDxDiagError(const std::string &message)
 }
 
 DxDiagSession::~DxDiagSession() = default;
-
-ContainerSession::ContainerSession(std::unique_ptr<DxDiagContainer> root)
-    : m_root(std::move(root))
-{
-}
-
-ContainerSession::~ContainerSession() = default;
-
-void ContainerSession::dumpSection(const char *name, std::FILE *file)
-{
-    if (m_root)
-        ::dumpSection(*m_root, name, file);
-}

@@ -42,17 +42,3 @@ void dumpSections(DxDiagSession &session, std::FILE *file);
 
 // The error line a reader writes to standard output when it cannot get its root.
 void writeDxDiagError(const std::string &message);
-
-// A session over a tree that is already at hand; null root means none was obtained.
-class ContainerSession : public DxDiagSession
-{
-public:
-    explicit ContainerSession(std::unique_ptr<DxDiagContainer> root);
-    ~ContainerSession() override;
-
-    bool hasRoot() const override { return m_root != nullptr; }
-    void dumpSection(const char *name, std::FILE *file) override;
-
-private:
-    std::unique_ptr<DxDiagContainer> m_root;
-};

@@ -54,11 +54,9 @@ void clickSend(MainWindow &window);
 // Clicks Cancel, which reads "Abort" while a report is being sent.
 void clickCancel(MainWindow &window);
 
-// The system-information worker hands its summary over once, by a queued call to the
-// window. Waiting for that call keeps a summary the test sets afterwards from being
-// overwritten. Construct it right after the window, before any event is processed.
-// Waits for the system-information worker's summary to reach the window. On this
-// machine the summary is never empty, so its arrival shows in the stored text.
+// Waits for the system-information worker's summary to reach the window, so that a
+// summary the test sets afterwards is not overwritten. On this machine the summary is
+// never empty, so its arrival shows in the stored text.
 class SummaryArrival
 {
 public:
@@ -120,7 +118,6 @@ quint16 closedPort();
 // The application proxy and the environment proxies a developer may have set would
 // change where a test's request goes; tests start from a direct connection.
 void clearProxyEnvironment();
-
 
 template <typename T>
 T *child(const MainWindow &window, const char *objectName)

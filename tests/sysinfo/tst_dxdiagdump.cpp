@@ -4,6 +4,7 @@
 #include "sysinfo/dxdiagdump.h"
 #include "sysinfo/dxdiagreader.h"
 
+#include "containersession.h"
 #include "fakedxdiag.h"
 #include "support/testenv.h"
 #ifndef Q_OS_WIN

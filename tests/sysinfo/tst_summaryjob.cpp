@@ -8,6 +8,7 @@
 #include "sysinfo/linuxmachine.h"
 #include "sysinfo/systemsummary.h"
 
+#include "containersession.h"
 #include "fakedxdiag.h"
 #include "support/testenv.h"
 
