@@ -11,73 +11,13 @@
 #include <QPushButton>
 #include <QtTest>
 
-// Every form signal the window listens to, checked two ways: the connection exists
-// exactly once (disconnect succeeds once and only once), and where the slot's effect
-// can be seen, the effect follows the signal.
+// Form signals the window listens to, checked by their effect: the signal is emitted
+// as a user's action emits it, and what the slot does follows.
 class TestConnections : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void eachConnectionExistsOnce_data()
-    {
-        QTest::addColumn<QString>("sender");
-        QTest::addColumn<QByteArray>("signal");
-        QTest::addColumn<QByteArray>("slot");
-        const auto row = [](const char *sender, const char *signal, const char *slot) {
-            QTest::addRow("%s %s -> %s", sender, signal, slot)
-                << QString(sender) << QByteArray(signal) << QByteArray(slot);
-        };
-        row("button_Cancel", "clicked(bool)", "slot_cancel()");
-        row("button_Start_Over", "clicked(bool)", "slot_start_over()");
-        row("label_Video", "linkActivated(QString)", "slot_play_video(QString)");
-        row("line_Name", "editingFinished()", "slot_set_control_states()");
-        row("line_Name", "textEdited(QString)", "slot_set_control_states()");
-        row("line_Email", "textEdited(QString)", "slot_email_edited(QString)");
-        row("combo_Title.lineEdit", "textChanged(QString)", "slot_set_control_states()");
-        row("combo_Title.lineEdit", "editingFinished()", "slot_update_title_list()");
-        row("combo_Title", "currentIndexChanged(int)", "slot_set_title_text(int)");
-        row("edit_Description", "textChanged()", "slot_set_control_states()");
-        row("list_Area", "itemSelectionChanged()", "slot_set_control_states()");
-        row("line_Build", "textEdited(QString)", "slot_set_control_states()");
-        row("button_Bug_Report", "clicked(bool)", "slot_show_bug_report()");
-        row("button_Feature_Request", "clicked(bool)", "slot_show_feature_request()");
-        row("button_Attach_File", "clicked(bool)", "slot_add_attachment()");
-        row("button_Screen_Shot", "clicked(bool)", "slot_process_screen_shot()");
-        row("button_Remove_Entry", "clicked(bool)", "slot_remove_attachment()");
-        row("button_Clear_All", "clicked(bool)", "slot_clear_attachments()");
-        row("button_Send", "clicked(bool)", "slot_submit()");
-        row("tabWidget", "currentChanged(int)", "slot_tab_changed(int)");
-        row("line_Snapshot_Delay", "editingFinished()", "slot_validate_delay()");
-        row("line_Name", "editingFinished()", "slot_set_modified()");
-        row("line_Email", "editingFinished()", "slot_set_modified()");
-        row("line_HTTP_Destination", "editingFinished()", "slot_set_modified()");
-        row("line_Proxy_Server", "editingFinished()", "slot_set_modified()");
-        row("line_Proxy_Port", "editingFinished()", "slot_set_modified()");
-        row("line_Proxy_User_Name", "editingFinished()", "slot_set_modified()");
-        row("line_Proxy_Password", "editingFinished()", "slot_set_modified()");
-        row("check_Remember_My_Info", "stateChanged(int)", "slot_set_modified()");
-        row("group_Proxy_Settings", "clicked(bool)", "slot_set_modified()");
-        row("check_Settings", "stateChanged(int)", "slot_enable_edit_settings()");
-    }
-    void eachConnectionExistsOnce()
-    {
-        QFETCH(QString, sender);
-        QFETCH(QByteArray, signal);
-        QFETCH(QByteArray, slot);
-        MainWindow window;
-        QObject *source = nullptr;
-        if (sender == "combo_Title.lineEdit")
-            source = MainWindowProbe::widget<QComboBox>(window, "combo_Title")->lineEdit();
-        else
-            source = window.findChild<QObject *>(sender);
-        QVERIFY2(source, qPrintable(sender));
-        const QByteArray signalText = "2" + signal;
-        const QByteArray slotText = "1" + slot;
-        QVERIFY(QObject::disconnect(source, signalText.constData(), &window, slotText.constData()));
-        QVERIFY(!QObject::disconnect(source, signalText.constData(), &window, slotText.constData()));
-    }
-
     void emailTimerDrivesTheDomainCheck()
     {
         MainWindow window;
