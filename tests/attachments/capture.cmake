@@ -30,29 +30,11 @@ fb_add_test(attachments screenshot XVFB)
 fb_add_test(attachments screenshotflow WINDOW XVFB TIMEOUT 300)
 # Scaled displays: the same test at two scale factors.
 fb_add_test(attachments capture_hidpi XVFB ENV QT_SCALE_FACTOR=2)
-add_test(NAME attachments/capture_hidpi_1.5 COMMAND ${FB_TEST_RUNNER} ${FB_XVFB_RUNNER} $<TARGET_FILE:tst_capture_hidpi>)
-get_test_property(attachments/capture_hidpi ENVIRONMENT FB_HIDPI_ENV)
-list(TRANSFORM FB_HIDPI_ENV REPLACE "^QT_SCALE_FACTOR=2$" "QT_SCALE_FACTOR=1.5")
-set_tests_properties(attachments/capture_hidpi_1.5 PROPERTIES
-    PASS_REGULAR_EXPRESSION "${FB_PASS_PATTERN}"
-    FAIL_REGULAR_EXPRESSION "${FB_FAIL_PATTERNS}"
-    TIMEOUT 300
-    LABELS "attachments;x11"
-    ENVIRONMENT "${FB_HIDPI_ENV}")
+fb_add_test(attachments capture_hidpi_1.5 XVFB EXECUTABLE tst_capture_hidpi ENV QT_SCALE_FACTOR=1.5)
 
 # Two monitors: a nested Xephyr server with two Xinerama screens inside the Xvfb.
-add_executable(tst_capture_dualscreen attachments/tst_capture_dualscreen.cpp)
-target_link_libraries(tst_capture_dualscreen PRIVATE fbtestsupport)
-add_test(NAME attachments/capture_dualscreen
-         COMMAND ${FB_TEST_RUNNER} ${FB_XVFB_RUNNER} ${CMAKE_CURRENT_SOURCE_DIR}/attachments/run-under-xephyr.sh
-                 $<TARGET_FILE:tst_capture_dualscreen>)
-set_tests_properties(attachments/capture_dualscreen PROPERTIES
-    PASS_REGULAR_EXPRESSION "${FB_PASS_PATTERN}"
-    FAIL_REGULAR_EXPRESSION "${FB_FAIL_PATTERNS}"
-    TIMEOUT 300
-    LABELS "attachments;x11"
-    RESOURCE_LOCK instance_guard_port
-    ENVIRONMENT "QT_QPA_PLATFORM=xcb;QT_XCB_GL_INTEGRATION=none;LSAN_OPTIONS=suppressions=${FB_LSAN_SUPPRESSIONS}:print_suppressions=0")
+fb_add_test(attachments capture_dualscreen WINDOW XVFB
+            WRAPPER ${CMAKE_CURRENT_SOURCE_DIR}/attachments/run-under-xephyr.sh)
 
 foreach(target tst_screenshot tst_screenshotflow tst_capture_hidpi tst_capture_dualscreen)
   target_compile_definitions(${target} PRIVATE ${FB_CAPTURE_X_DEFS})

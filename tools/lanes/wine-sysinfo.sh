@@ -13,7 +13,7 @@
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 build=$(cd "${1:?usage: $0 BUILD_DIR}" && pwd)
-summarize=$build/tests/fb-sysinfo
+summarize=$build/tools/fb-sysinfo
 fixture=$root/tests/sysinfo/data/wine-dxdiag.txt
 lane_start=$(date +%s.%N)
 seconds_since() { awk -v a="$1" -v b="$(date +%s.%N)" 'BEGIN {printf "%.1f", b - a}'; }
