@@ -51,30 +51,15 @@ MainWindow::MainWindow(QWidget *parent)
 
     takeInstanceGuard();
     startuptrace::mark("window: icon and instance guard");
-
-    // The form's first style sheet asks for font metrics; the font configuration is
-    // read meanwhile. The families are the form's own, which a machine may lack.
-    const FontWarmUp fontWarmUp({QStringLiteral("Tahoma"), QStringLiteral("MS Sans Serif")});
-    ui->setupUi(this);
+    setUpForm();
     startuptrace::mark("window: form built");
-    setCentralWidget(ui->centralWidget);
-    setAcceptDrops(true);
-    setWindowTitle(titleText);
-    setWindowIcon(appIcon);
 
     fillProductAreas();
     createThumbnailFolder();
     chooseSettingsFile();
     connectForm();
     ui->frame_Settings->hide();
-
-    connect(&emailTimer, SIGNAL(timeout()), this, SLOT(slot_validate_email_domain()));
-    emailTimer.setInterval(2000);
-
-    emailRegExp.setPattern(QStringLiteral("(\\b[A-Z0-9._%+-]+)@([A-Z0-9.-]+\\.[A-Z]{2,4}\\b)"));
-    emailRegExp.setCaseSensitivity(Qt::CaseInsensitive);
-    emailRegExp.setPatternSyntax(QRegExp::RegExp);
-
+    setUpEmailCheck();
     startuptrace::mark("window: form connected");
 
     createValidators();
@@ -90,6 +75,28 @@ MainWindow::MainWindow(QWidget *parent)
 
     applyLaunchOptions();
     startuptrace::mark("window: constructed");
+}
+
+void MainWindow::setUpForm()
+{
+    // The form's first style sheet asks for font metrics; the font configuration is
+    // read meanwhile. The families are the form's own, which a machine may lack.
+    const FontWarmUp fontWarmUp({QStringLiteral("Tahoma"), QStringLiteral("MS Sans Serif")});
+    ui->setupUi(this);
+    setCentralWidget(ui->centralWidget);
+    setAcceptDrops(true);
+    setWindowTitle(titleText);
+    setWindowIcon(appIcon);
+}
+
+void MainWindow::setUpEmailCheck()
+{
+    connect(&emailTimer, SIGNAL(timeout()), this, SLOT(slot_validate_email_domain()));
+    emailTimer.setInterval(2000);
+
+    emailRegExp.setPattern(QStringLiteral("(\\b[A-Z0-9._%+-]+)@([A-Z0-9.-]+\\.[A-Z]{2,4}\\b)"));
+    emailRegExp.setCaseSensitivity(Qt::CaseInsensitive);
+    emailRegExp.setPatternSyntax(QRegExp::RegExp);
 }
 
 MainWindow::~MainWindow()

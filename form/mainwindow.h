@@ -98,6 +98,8 @@ protected:
 
 private:
     void takeInstanceGuard();
+    void setUpForm();
+    void setUpEmailCheck();
     void fillProductAreas();
     void createThumbnailFolder();
     void chooseSettingsFile();

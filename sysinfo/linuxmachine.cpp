@@ -208,7 +208,8 @@ void kernelVersion(const std::string &release, std::uint32_t &major, std::uint32
     std::sscanf(release.c_str(), "%" SCNu32 ".%" SCNu32 ".%" SCNu32, &major, &minor, &patch);
 }
 
-void fillSystemInfo(MemoryContainer &system, const LinuxMachinePaths &paths, const Uname &names)
+// The OS version numbers, then the DirectX fields.
+void addVersions(MemoryContainer &system, const LinuxMachinePaths &paths, const Uname &names)
 {
     std::uint32_t major = 0;
     std::uint32_t minor = 0;
@@ -227,7 +228,11 @@ void fillSystemInfo(MemoryContainer &system, const LinuxMachinePaths &paths, con
     if (drm.compare(0, 4, "drm ") == 0)
         directX += " (DRM " + drm.substr(4) + ")";
     system.addString("szDirectXVersionLongEnglish", directX);
+}
 
+// Memory and swap, the machine's name, then what the firmware says about the board.
+void addMachine(MemoryContainer &system, const LinuxMachinePaths &paths, const Uname &names)
+{
     const Memory memory = readMemory(paths);
     if (memory.known) {
         system.addString("szPhysicalMemoryEnglish", printf1("%lluMB RAM", memory.totalKb / 1024));
@@ -250,6 +255,13 @@ void fillSystemInfo(MemoryContainer &system, const LinuxMachinePaths &paths, con
         system.addString("szSystemModelEnglish", product);
     if (!bios.empty())
         system.addString("szBIOSEnglish", bios);
+}
+
+// The fields in the order a Windows dump lists them.
+void fillSystemInfo(MemoryContainer &system, const LinuxMachinePaths &paths, const Uname &names)
+{
+    addVersions(system, paths, names);
+    addMachine(system, paths, names);
 
     const Processor cpu = readProcessor(paths, names);
     system.addString("szProcessorEnglish", processorText(cpu));
