@@ -17,18 +17,21 @@ megapixels=$(awk 'BEGIN {printf "%.1f", 8660 * 5774 / 1e6}')
 mib=$(du -m "$work/photo.jpg" | cut -f1)
 
 median() { sort -n | awk '{a[NR]=$1} END {print (NR%2) ? a[(NR+1)/2] : (a[NR/2]+a[NR/2+1])/2}'; }
+# vips_ms <picture>: the median wall time of vipsthumbnail making its 512-pixel PNG.
+vips_ms() {
+    for _ in $(seq "$runs"); do
+        start=$(date +%s%N)
+        vipsthumbnail "$1" -s 512 -o "$work/thumb.png"
+        echo $(( ($(date +%s%N) - start) / 1000 ))
+    done | awk '{printf "%.1f\n", $1 / 1000}' | median
+}
 
 # The window's system-information worker writes its section headers to standard
 # output; the figure is the last line.
 add_ms=$("$bench" add "$work/photo.jpg" "$runs" 2>/dev/null | tail -n 1)
 full_ms=$("$bench" full "$work/photo.jpg" "$runs" 2>/dev/null | tail -n 1)
 
-for _ in $(seq "$runs"); do
-    start=$(date +%s%N)
-    vipsthumbnail "$work/photo.jpg" -s 512 -o "$work/thumb.png"
-    echo $(( ($(date +%s%N) - start) / 1000 ))
-done | awk '{printf "%.1f\n", $1 / 1000}' > "$work/vips.txt"
-vips_ms=$(median < "$work/vips.txt")
+vips_ms=$(vips_ms "$work/photo.jpg")
 
 agent_rss=$(/usr/bin/time -f %M "$bench" add "$work/photo.jpg" 1 2>&1 >/dev/null | tail -1)
 full_rss=$(/usr/bin/time -f %M "$bench" full "$work/photo.jpg" 1 2>&1 >/dev/null | tail -1)
@@ -39,12 +42,7 @@ ratio=$(awk -v a="$add_ms" -v v="$vips_ms" 'BEGIN {printf "%.2f", a / v}')
 vips copy "$work/photo.jpg" "$work/photo.png"
 png_mib=$(du -m "$work/photo.png" | cut -f1)
 png_ms=$("$bench" add "$work/photo.png" "$runs" 2>/dev/null | tail -n 1)
-for _ in $(seq "$runs"); do
-    start=$(date +%s%N)
-    vipsthumbnail "$work/photo.png" -s 512 -o "$work/thumb.png"
-    echo $(( ($(date +%s%N) - start) / 1000 ))
-done | awk '{printf "%.1f\n", $1 / 1000}' > "$work/vips-png.txt"
-vips_png_ms=$(median < "$work/vips-png.txt")
+vips_png_ms=$(vips_ms "$work/photo.png")
 png_rss=$(/usr/bin/time -f %M "$bench" add "$work/photo.png" 1 2>&1 >/dev/null | tail -1)
 vips_png_rss=$(/usr/bin/time -f %M vipsthumbnail "$work/photo.png" -s 512 -o "$work/thumb.png" 2>&1 | tail -1)
 png_ratio=$(awk -v a="$png_ms" -v v="$vips_png_ms" 'BEGIN {printf "%.2f", a / v}')

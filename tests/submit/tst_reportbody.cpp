@@ -48,13 +48,7 @@ private:
 
     QString path(const QString &name) const { return work->path() + "/" + name; }
 
-    QString writeFile(const QString &name, const QByteArray &content)
-    {
-        QFile file(path(name));
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            return QString();
-        return file.fileName();
-    }
+    QString writeFile(const QString &name, const QByteArray &content) { return writeTestFile(path(name), content); }
 
     // Posts the body as the window does and returns the parts that arrived.
     QList<QByteArray> postAndReceive(QHttpMultiPart *body)
