@@ -43,15 +43,17 @@ struct Card
     std::vector<std::string> connectors; // "card0-HDMI-A-1", connected ones only
 };
 
+constexpr std::string_view kCardPrefix = "card";
+
 bool isCardName(const std::string &name, unsigned &number)
 {
-    if (name.size() < 5 || name.compare(0, 4, "card") != 0)
+    if (name.size() <= kCardPrefix.size() || !hasPrefix(name, kCardPrefix))
         return false;
-    for (std::size_t i = 4; i < name.size(); ++i) {
+    for (std::size_t i = kCardPrefix.size(); i < name.size(); ++i) {
         if (!std::isdigit(static_cast<unsigned char>(name[i])))
             return false;
     }
-    number = static_cast<unsigned>(parseUnsigned(name.substr(4)));
+    number = static_cast<unsigned>(parseUnsigned(name.substr(kCardPrefix.size())));
     return true;
 }
 
@@ -65,7 +67,7 @@ std::vector<Card> listCards(const std::string &drmClass)
         unsigned number = 0;
         if (isCardName(name, number))
             cards.push_back({number, name, {}});
-        else if (name.compare(0, 4, "card") == 0 && name.find('-') != std::string::npos)
+        else if (hasPrefix(name, kCardPrefix) && name.find('-') != std::string::npos)
             connectors.push_back(name);
     }
     std::sort(cards.begin(), cards.end(), [](const Card &a, const Card &b) { return a.number < b.number; });

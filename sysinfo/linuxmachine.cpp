@@ -188,9 +188,10 @@ std::string readOsName(const LinuxMachinePaths &paths)
         std::istringstream lines(content);
         std::string line;
         while (std::getline(lines, line)) {
-            if (line.compare(0, 12, "PRETTY_NAME=") != 0)
+            constexpr std::string_view key = "PRETTY_NAME=";
+            if (!hasPrefix(line, key))
                 continue;
-            std::string value = trimmed(line.substr(12));
+            std::string value = trimmed(line.substr(key.size()));
             if (value.size() >= 2 && (value.front() == '"' || value.front() == '\'') && value.back() == value.front())
                 value = value.substr(1, value.size() - 2);
             if (!value.empty())
@@ -225,8 +226,9 @@ void addVersions(MemoryContainer &system, const LinuxMachinePaths &paths, const 
     const std::string drm = readLine(paths.sys + "/class/drm/version"); // "drm 1.1.0 20060810"
     std::string directX = "Not available";
     system.addString("szDirectXVersionEnglish", directX);
-    if (drm.compare(0, 4, "drm ") == 0)
-        directX += " (DRM " + drm.substr(4) + ")";
+    constexpr std::string_view drmPrefix = "drm ";
+    if (hasPrefix(drm, drmPrefix))
+        directX += " (DRM " + drm.substr(drmPrefix.size()) + ")";
     system.addString("szDirectXVersionLongEnglish", directX);
 }
 

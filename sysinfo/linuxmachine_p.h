@@ -6,6 +6,7 @@
 #include "sysinfo/linuxmachine.h"
 
 #include <string>
+#include <string_view>
 
 namespace linuxmachine::detail {
 
@@ -17,6 +18,11 @@ std::string readLine(const std::string &path);
 // /proc/meminfo ("MemTotal:  123 kB").
 bool splitKeyValue(const std::string &line, std::string &key, std::string &value);
 unsigned long long parseUnsigned(const std::string &text, int base = 10);
+// Whether text begins with prefix; the length is the literal's own.
+inline bool hasPrefix(const std::string &text, std::string_view prefix)
+{
+    return std::string_view(text).substr(0, prefix.size()) == prefix;
+}
 std::string printf1(const char *format, unsigned long long value);
 
 struct Uname
