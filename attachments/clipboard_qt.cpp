@@ -26,14 +26,14 @@ QImage decodeWithinBound(const QByteArray &encoded)
     buffer.open(QIODevice::ReadOnly);
     QImageReader reader(&buffer);
     const QSize size = reader.size(); // read from the header; nothing is decoded yet
-    if (!size.isValid() || !imagelimits::within_pixel_bound(size.width(), size.height()))
+    if (!size.isValid() || !imagelimits::withinPixelBound(size.width(), size.height()))
         return QImage();
     return reader.read();
 }
 
 } // namespace
 
-bool read_image_from_clipboard(QImage &image, const QDir &scratchFolder)
+bool readImageFromClipboard(QImage &image, const QDir &scratchFolder)
 {
     Q_UNUSED(scratchFolder)
     image = QImage();
@@ -50,7 +50,7 @@ bool read_image_from_clipboard(QImage &image, const QDir &scratchFolder)
     return !image.isNull();
 }
 
-bool copy_pixmap_to_clipboard(const QPixmap &pixmap, QWidget *owner)
+bool copyPixmapToClipboard(const QPixmap &pixmap, QWidget *owner)
 {
     Q_UNUSED(owner) // X11 and Wayland make the application the owner
     // Like the Windows copy, a picture that cannot be copied still empties the clipboard.

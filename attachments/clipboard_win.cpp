@@ -15,13 +15,13 @@
 // Exported by QtGui for the Windows platform code; not in a public header.
 Q_GUI_EXPORT HBITMAP qt_pixmapToWinHBITMAP(const QPixmap &p, int hbitmapFormat = 0);
 
-bool read_image_from_clipboard(QImage &image, const QDir &scratchFolder)
+bool readImageFromClipboard(QImage &image, const QDir &scratchFolder)
 {
     std::vector<unsigned char> bmpFile;
-    return read_clipboard_bmp(bmpFile) && load_bmp_through_file(bmpFile, scratchFolder, image);
+    return read_clipboard_bmp(bmpFile) && loadBmpThroughFile(bmpFile, scratchFolder, image);
 }
 
-bool copy_pixmap_to_clipboard(const QPixmap &pixmap, QWidget *owner)
+bool copyPixmapToClipboard(const QPixmap &pixmap, QWidget *owner)
 {
     HBITMAP bitmap = qt_pixmapToWinHBITMAP(pixmap, 0); // 0: no alpha
     const bool copied = copy_bitmap_to_clipboard(reinterpret_cast<HWND>(owner->winId()), bitmap);

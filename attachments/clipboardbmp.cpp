@@ -5,15 +5,15 @@
 #include <QImage>
 #include <QUuid>
 
-QString temporary_bmp_path(const QDir &folder)
+QString temporaryBmpPath(const QDir &folder)
 {
     return QDir::toNativeSeparators(
         QStringLiteral("%1/%2.bmp").arg(folder.absolutePath(), QUuid::createUuid().toString()));
 }
 
-bool load_bmp_through_file(const std::vector<unsigned char> &bmpFile, const QDir &folder, QImage &image)
+bool loadBmpThroughFile(const std::vector<unsigned char> &bmpFile, const QDir &folder, QImage &image)
 {
-    const QString path = temporary_bmp_path(folder);
+    const QString path = temporaryBmpPath(folder);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly))
         return false;

@@ -11,8 +11,8 @@ class QImage;
 class QString;
 
 // "<folder>/{uuid}.bmp" with native separators; a fresh name on every call.
-QString temporary_bmp_path(const QDir &folder);
+QString temporaryBmpPath(const QDir &folder);
 
 // Writes the bytes to a temporary file in the folder, loads it into image and removes
 // it. True when the image was loaded; false too when the file could not be written.
-bool load_bmp_through_file(const std::vector<unsigned char> &bmpFile, const QDir &folder, QImage &image);
+bool loadBmpThroughFile(const std::vector<unsigned char> &bmpFile, const QDir &folder, QImage &image);

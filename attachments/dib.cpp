@@ -34,7 +34,7 @@ unsigned char *put16(unsigned char *p, std::uint16_t value)
 
 } // namespace
 
-bool read_info_header(const unsigned char *block, std::size_t blockSize, InfoHeader &header)
+bool readInfoHeader(const unsigned char *block, std::size_t blockSize, InfoHeader &header)
 {
     if (!block || blockSize < kInfoHeaderSize)
         return false;
@@ -52,7 +52,7 @@ bool read_info_header(const unsigned char *block, std::size_t blockSize, InfoHea
     return true;
 }
 
-void write_info_header(const InfoHeader &header, unsigned char *out)
+void writeInfoHeader(const InfoHeader &header, unsigned char *out)
 {
     out = put32(out, header.size);
     out = put32(out, static_cast<std::uint32_t>(header.width));
@@ -67,16 +67,16 @@ void write_info_header(const InfoHeader &header, unsigned char *out)
     put32(out, header.clrImportant);
 }
 
-std::vector<unsigned char> bmp_file_from_clipboard_block(const unsigned char *block, std::size_t blockSize)
+std::vector<unsigned char> bmpFileFromClipboardBlock(const unsigned char *block, std::size_t blockSize)
 {
     InfoHeader header;
-    if (!read_info_header(block, blockSize, header))
+    if (!readInfoHeader(block, blockSize, header))
         return {};
     // Any program can put a block on the clipboard: its image-size field must not make
     // us allocate or write more than the block holds, nor its width and height make
     // the image reader allocate a picture larger than any screen.
     if (header.sizeImage > blockSize - kInfoHeaderSize
-        || !imagelimits::within_pixel_bound(header.width, header.height))
+        || !imagelimits::withinPixelBound(header.width, header.height))
         return {};
 
     std::vector<unsigned char> file(kBmpHeadersSize + std::size_t(header.sizeImage), 0);
@@ -85,14 +85,14 @@ std::vector<unsigned char> bmp_file_from_clipboard_block(const unsigned char *bl
     out = put32(out, header.sizeImage + std::uint32_t(kBmpHeadersSize));
     out = put32(out, 0); // two reserved words
     out = put32(out, std::uint32_t(kBmpHeadersSize));
-    write_info_header(header, out);
+    writeInfoHeader(header, out);
 
     // The pixel bytes start right after the 40 bytes, whatever the header size says.
     std::copy_n(block + kInfoHeaderSize, header.sizeImage, file.begin() + kBmpHeadersSize);
     return file;
 }
 
-DibFormat dib_format_for(unsigned bitsPerPixel)
+DibFormat dibFormatFor(unsigned bitsPerPixel)
 {
     if (bitsPerPixel <= 1)
         return {1, 8};
@@ -103,20 +103,20 @@ DibFormat dib_format_for(unsigned bitsPerPixel)
     return {24, 0};
 }
 
-std::uint32_t dib_image_size(std::uint16_t bitCount, std::int32_t width, std::int32_t height)
+std::uint32_t dibImageSize(std::uint16_t bitCount, std::int32_t width, std::int32_t height)
 {
     const std::int64_t rowBits = (std::int64_t(bitCount) * width + 31) & ~std::int64_t(31);
     return static_cast<std::uint32_t>(rowBits / 8 * height);
 }
 
-InfoHeader info_header_for_bitmap(std::int32_t width, std::int32_t height, unsigned bitsPerPixel)
+InfoHeader infoHeaderForBitmap(std::int32_t width, std::int32_t height, unsigned bitsPerPixel)
 {
     InfoHeader header;
     header.size = std::uint32_t(kInfoHeaderSize);
     header.width = width;
     header.height = height;
     header.planes = 1;
-    header.bitCount = dib_format_for(bitsPerPixel).bitCount;
+    header.bitCount = dibFormatFor(bitsPerPixel).bitCount;
     return header;
 }
 

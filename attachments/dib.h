@@ -32,9 +32,9 @@ struct InfoHeader
 };
 
 // Reads the first 40 bytes of a block as a header; false when the block is shorter.
-bool read_info_header(const unsigned char *block, std::size_t blockSize, InfoHeader &header);
+bool readInfoHeader(const unsigned char *block, std::size_t blockSize, InfoHeader &header);
 // Writes the header as 40 little-endian bytes.
-void write_info_header(const InfoHeader &header, unsigned char *out);
+void writeInfoHeader(const InfoHeader &header, unsigned char *out);
 
 // The BMP file that the clipboard reader writes for a locked clipboard block: a
 // 54-byte file header plus the block's first 40 bytes, then image-size bytes taken
@@ -46,7 +46,7 @@ void write_info_header(const InfoHeader &header, unsigned char *out);
 // width and height exceed imagelimits::kMaxPixels gives an empty result (no image):
 // the result never holds more than the block plus the 54 header bytes, and never
 // makes the image reader allocate more than the bound.
-std::vector<unsigned char> bmp_file_from_clipboard_block(const unsigned char *block, std::size_t blockSize);
+std::vector<unsigned char> bmpFileFromClipboardBlock(const unsigned char *block, std::size_t blockSize);
 
 // Bit depth and colour-table size of the DIB the clipboard writer makes from a
 // bitmap with the given bits per pixel.
@@ -55,13 +55,13 @@ struct DibFormat
     std::uint16_t bitCount;
     std::uint32_t colourTableSize;
 };
-DibFormat dib_format_for(unsigned bitsPerPixel);
+DibFormat dibFormatFor(unsigned bitsPerPixel);
 
 // Bytes of pixel data of a bottom-up DIB: rows padded to 32 bits.
-std::uint32_t dib_image_size(std::uint16_t bitCount, std::int32_t width, std::int32_t height);
+std::uint32_t dibImageSize(std::uint16_t bitCount, std::int32_t width, std::int32_t height);
 
 // The header the clipboard writer starts from: size 40, planes 1, no compression,
-// the bit count chosen by dib_format_for and every other field 0.
-InfoHeader info_header_for_bitmap(std::int32_t width, std::int32_t height, unsigned bitsPerPixel);
+// the bit count chosen by dibFormatFor and every other field 0.
+InfoHeader infoHeaderForBitmap(std::int32_t width, std::int32_t height, unsigned bitsPerPixel);
 
 } // namespace dib

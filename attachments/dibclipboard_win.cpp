@@ -25,7 +25,7 @@ bool read_clipboard_bmp(std::vector<unsigned char> &bmpFile)
         CloseClipboard();
         return false;
     }
-    bmpFile = dib::bmp_file_from_clipboard_block(block, GlobalSize(data));
+    bmpFile = dib::bmpFileFromClipboardBlock(block, GlobalSize(data));
     GlobalUnlock(data);
     CloseClipboard();
     return !bmpFile.empty();
@@ -38,7 +38,7 @@ static_assert(sizeof(BITMAPINFOHEADER) == dib::kInfoHeaderSize, "the header is c
 BITMAPINFOHEADER to_win32(const dib::InfoHeader &header)
 {
     BITMAPINFOHEADER out = {};
-    dib::write_info_header(header, reinterpret_cast<unsigned char *>(&out));
+    dib::writeInfoHeader(header, reinterpret_cast<unsigned char *>(&out));
     return out;
 }
 
@@ -52,7 +52,7 @@ bool copy_bitmap_to_clipboard(HWND owner, HBITMAP bitmap)
 
     BITMAP bm = {};
     GetObjectW(bitmap, sizeof bm, &bm);
-    const dib::DibFormat format = dib::dib_format_for(bm.bmBitsPixel);
+    const dib::DibFormat format = dib::dibFormatFor(bm.bmBitsPixel);
 
     // GetDIBits fills a colour table behind the header for paletted depths, even when
     // it is only asked for the image size, so the probe gets room for 256 entries.
@@ -61,7 +61,7 @@ bool copy_bitmap_to_clipboard(HWND owner, HBITMAP bitmap)
         BITMAPINFOHEADER header;
         RGBQUAD colours[256];
     } probe = {};
-    probe.header = to_win32(dib::info_header_for_bitmap(bm.bmWidth, bm.bmHeight, bm.bmBitsPixel));
+    probe.header = to_win32(dib::infoHeaderForBitmap(bm.bmWidth, bm.bmHeight, bm.bmBitsPixel));
 
     HDC dc = GetDC(nullptr);
     HPALETTE oldPalette = SelectPalette(dc, static_cast<HPALETTE>(GetStockObject(DEFAULT_PALETTE)), FALSE);
@@ -69,7 +69,7 @@ bool copy_bitmap_to_clipboard(HWND owner, HBITMAP bitmap)
 
     GetDIBits(dc, bitmap, 0, UINT(bm.bmHeight), nullptr, reinterpret_cast<BITMAPINFO *>(&probe), DIB_RGB_COLORS);
     if (probe.header.biSizeImage == 0)
-        probe.header.biSizeImage = dib::dib_image_size(probe.header.biBitCount, probe.header.biWidth,
+        probe.header.biSizeImage = dib::dibImageSize(probe.header.biBitCount, probe.header.biWidth,
                                                        probe.header.biHeight);
 
     bool handed = false;

@@ -12,7 +12,7 @@
 
 // Reads the clipboard's bitmap (CF_DIB, else CF_DIBV5; a lone CF_BITMAP is served
 // through the CF_DIB the system makes from it) and turns the locked block into the
-// bytes of a BMP file, see dib::bmp_file_from_clipboard_block. The clipboard is opened
+// bytes of a BMP file, see dib::bmpFileFromClipboardBlock. The clipboard is opened
 // and closed within the call. False when there is no bitmap, the clipboard cannot be
 // opened or the block cannot be locked.
 bool read_clipboard_bmp(std::vector<unsigned char> &bmpFile);

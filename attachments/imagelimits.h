@@ -13,7 +13,7 @@ constexpr std::int64_t kMaxPixels = std::int64_t(1) << 27;
 
 // Whether a picture of width x height pixels is within the bound. Either may be
 // negative (a DIB's height is, for a top-down picture); the sizes count.
-constexpr bool within_pixel_bound(std::int64_t width, std::int64_t height)
+constexpr bool withinPixelBound(std::int64_t width, std::int64_t height)
 {
     const std::int64_t w = width < 0 ? -width : width;
     const std::int64_t h = height < 0 ? -height : height;

@@ -142,7 +142,7 @@ void MainWindow::dropEvent(QDropEvent *event)
 
 bool MainWindow::read_clipboard_image(QImage &image)
 {
-    return read_image_from_clipboard(image, *thumbDir);
+    return readImageFromClipboard(image, *thumbDir);
 }
 
 void MainWindow::paste_clipboard_image()
@@ -193,7 +193,7 @@ void MainWindow::slot_screen_shot()
     const QString name = picture.isNull() ? QString() : askAttachmentName(tr("Name Screen Shot"));
     if (!name.isEmpty()) {
         add_attachment_item(name, picture);
-        copy_pixmap_to_clipboard(picture, this);
+        copyPixmapToClipboard(picture, this);
         ui->tabWidget->setCurrentIndex(tabIndex(ReportTab::Attachments));
     }
 

@@ -29,7 +29,7 @@ std::uint32_t get32(const unsigned char *p)
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
-    const std::vector<unsigned char> file = dib::bmp_file_from_clipboard_block(data, size);
+    const std::vector<unsigned char> file = dib::bmpFileFromClipboardBlock(data, size);
     if (file.empty())
         return 0;
     if (size < dib::kInfoHeaderSize)

@@ -24,7 +24,7 @@ QByteArray bytes(const std::vector<unsigned char> &v)
 
 std::vector<unsigned char> bmpFor(const QByteArray &block)
 {
-    return dib::bmp_file_from_clipboard_block(reinterpret_cast<const unsigned char *>(block.constData()),
+    return dib::bmpFileFromClipboardBlock(reinterpret_cast<const unsigned char *>(block.constData()),
                                               std::size_t(block.size()));
 }
 
@@ -166,7 +166,7 @@ private slots:
     {
         QFETCH(qint64, width);
         QFETCH(qint64, height);
-        QTEST(imagelimits::within_pixel_bound(width, height), "within");
+        QTEST(imagelimits::withinPixelBound(width, height), "within");
     }
 
     // Width and height beyond the bound give no image whatever the image size says; at
@@ -198,7 +198,7 @@ private slots:
     {
         const QByteArray raw = kBitfieldsBlock.left(40);
         dib::InfoHeader header;
-        QVERIFY(dib::read_info_header(reinterpret_cast<const unsigned char *>(raw.constData()), 40, header));
+        QVERIFY(dib::readInfoHeader(reinterpret_cast<const unsigned char *>(raw.constData()), 40, header));
         QCOMPARE(header.size, 40u);
         QCOMPARE(header.width, 2);
         QCOMPARE(header.height, 2);
@@ -206,11 +206,11 @@ private slots:
         QCOMPARE(header.bitCount, quint16(32));
         QCOMPARE(header.compression, 3u);
         QCOMPARE(header.sizeImage, 16u);
-        QVERIFY(!dib::read_info_header(reinterpret_cast<const unsigned char *>(raw.constData()), 39, header));
+        QVERIFY(!dib::readInfoHeader(reinterpret_cast<const unsigned char *>(raw.constData()), 39, header));
         header.xPelsPerMeter = -2;
         header.clrImportant = 0x01020304;
         QByteArray written(40, '\xee');
-        dib::write_info_header(header, reinterpret_cast<unsigned char *>(written.data()));
+        dib::writeInfoHeader(header, reinterpret_cast<unsigned char *>(written.data()));
         QCOMPARE(written.toHex(), (raw.left(24) + QByteArray::fromHex("feffffff" "00000000" "00000000" "04030201")).toHex());
     }
 
@@ -219,8 +219,8 @@ private slots:
     void temporaryBmpName()
     {
         QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
-        const QString first = temporary_bmp_path(QDir(folder.path()));
-        const QString second = temporary_bmp_path(QDir(folder.path()));
+        const QString first = temporaryBmpPath(QDir(folder.path()));
+        const QString second = temporaryBmpPath(QDir(folder.path()));
         const QString prefix = QRegularExpression::escape(QDir::toNativeSeparators(folder.path() + "/"));
         const QRegularExpression form("^" + prefix + "\\{[0-9a-f]{8}(-[0-9a-f]{4}){3}-[0-9a-f]{12}\\}\\.bmp$");
         QVERIFY2(form.match(first).hasMatch(), qPrintable(first));
@@ -232,7 +232,7 @@ private slots:
     {
         QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
         QImage image;
-        QVERIFY(load_bmp_through_file(bmpFor(kRgb24Block), QDir(folder.path()), image));
+        QVERIFY(loadBmpThroughFile(bmpFor(kRgb24Block), QDir(folder.path()), image));
         QCOMPARE(image.size(), QSize(3, 2));
         QCOMPARE(image.pixel(0, 1), qRgb(0xff, 0x00, 0x00));
         QCOMPARE(image.pixel(1, 1), qRgb(0x00, 0xff, 0x00));
@@ -247,7 +247,7 @@ private slots:
     {
         QTemporaryDir folder(TestEnvironment::instance().temp() + "/detour-XXXXXX");
         QImage image;
-        QVERIFY(!load_bmp_through_file(bmpFor(kZeroSizeBlock), QDir(folder.path()), image));
+        QVERIFY(!loadBmpThroughFile(bmpFor(kZeroSizeBlock), QDir(folder.path()), image));
         QVERIFY(image.isNull());
         QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), QStringList());
     }
@@ -256,7 +256,7 @@ private slots:
     {
         QImage image;
         const QDir missing(TestEnvironment::instance().temp() + "/no such folder");
-        QVERIFY(!load_bmp_through_file(bmpFor(kRgb24Block), missing, image));
+        QVERIFY(!loadBmpThroughFile(bmpFor(kRgb24Block), missing, image));
         QVERIFY(image.isNull());
         QVERIFY(!missing.exists());
     }
@@ -284,7 +284,7 @@ private slots:
         QFETCH(uint, bitsPerPixel);
         QFETCH(int, bitCount);
         QFETCH(uint, tableSize);
-        const dib::DibFormat format = dib::dib_format_for(bitsPerPixel);
+        const dib::DibFormat format = dib::dibFormatFor(bitsPerPixel);
         QCOMPARE(int(format.bitCount), bitCount);
         QCOMPARE(format.colourTableSize, tableSize);
     }
@@ -309,14 +309,14 @@ private slots:
         QFETCH(int, width);
         QFETCH(int, height);
         QFETCH(uint, size);
-        QCOMPARE(dib::dib_image_size(quint16(bitCount), width, height), size);
+        QCOMPARE(dib::dibImageSize(quint16(bitCount), width, height), size);
     }
 
     void writerHeader()
     {
-        const dib::InfoHeader header = dib::info_header_for_bitmap(640, 480, 32);
+        const dib::InfoHeader header = dib::infoHeaderForBitmap(640, 480, 32);
         QByteArray written(40, '\xee');
-        dib::write_info_header(header, reinterpret_cast<unsigned char *>(written.data()));
+        dib::writeInfoHeader(header, reinterpret_cast<unsigned char *>(written.data()));
         QCOMPARE(written.toHex(), QByteArray::fromHex("28000000" "80020000" "e0010000" "0100" "1800" "00000000"
                                                       "00000000" "00000000" "00000000" "00000000" "00000000")
                                       .toHex());

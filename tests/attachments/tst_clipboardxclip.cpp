@@ -39,7 +39,7 @@ private slots:
     void copiedPixmapReachesXclipAsPng()
     {
         const QImage image = patternImage(37, 23);
-        QVERIFY(copy_pixmap_to_clipboard(QPixmap::fromImage(image), &owner));
+        QVERIFY(copyPixmapToClipboard(QPixmap::fromImage(image), &owner));
         bool ok = false;
         const QByteArray targets = Xclip::read("TARGETS", &ok);
         QVERIFY(ok);
@@ -55,7 +55,7 @@ private slots:
     void nullPixmapEmptiesTheClipboard()
     {
         QGuiApplication::clipboard()->setText("before");
-        QVERIFY(!copy_pixmap_to_clipboard(QPixmap(), &owner));
+        QVERIFY(!copyPixmapToClipboard(QPixmap(), &owner));
         bool ok = true;
         Xclip::read("UTF8_STRING", &ok);
         QVERIFY(!ok); // nothing there for another program
@@ -68,7 +68,7 @@ private slots:
         QImage read;
         const QDir scratch(TestEnvironment::instance().temp());
         const QStringList before = scratch.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot);
-        QVERIFY(read_image_from_clipboard(read, scratch));
+        QVERIFY(readImageFromClipboard(read, scratch));
         QCOMPARE(read.size(), QSize(41, 19));
         QCOMPARE(argb(read), argb(image));
         // Here nothing goes through a file: the scratch folder is left as it was.
@@ -98,7 +98,7 @@ private slots:
         offered.setPixel(size.width() - 1, size.height() - 1, 1);
         QVERIFY(xclip.serve(pngOf(offered), "image/png"));
         QImage image;
-        QCOMPARE(read_image_from_clipboard(image, QDir(TestEnvironment::instance().temp())), read);
+        QCOMPARE(readImageFromClipboard(image, QDir(TestEnvironment::instance().temp())), read);
         QCOMPARE(image.size(), read ? size : QSize(0, 0)); // a null image is 0 x 0
         if (read) {
             QCOMPARE(image.pixel(size.width() - 1, size.height() - 1), qRgb(0, 0, 0));
@@ -110,23 +110,23 @@ private slots:
     {
         QVERIFY(xclip.serve("just words", "UTF8_STRING", "text/plain"));
         QImage read(3, 3, QImage::Format_RGB32);
-        QVERIFY(!read_image_from_clipboard(read, QDir(TestEnvironment::instance().temp())));
+        QVERIFY(!readImageFromClipboard(read, QDir(TestEnvironment::instance().temp())));
         QVERIFY(read.isNull());
     }
 
     void emptyClipboardIsNoImage()
     {
         QImage read;
-        QVERIFY(!read_image_from_clipboard(read, QDir(TestEnvironment::instance().temp())));
+        QVERIFY(!readImageFromClipboard(read, QDir(TestEnvironment::instance().temp())));
         QVERIFY(read.isNull());
     }
 
     void ourOwnCopyReadsBack()
     {
         const QImage image = patternImage(16, 9);
-        QVERIFY(copy_pixmap_to_clipboard(QPixmap::fromImage(image), &owner));
+        QVERIFY(copyPixmapToClipboard(QPixmap::fromImage(image), &owner));
         QImage read;
-        QVERIFY(read_image_from_clipboard(read, QDir(TestEnvironment::instance().temp())));
+        QVERIFY(readImageFromClipboard(read, QDir(TestEnvironment::instance().temp())));
         QCOMPARE(argb(read), argb(image));
     }
 };

@@ -72,7 +72,7 @@ Bytes patternBlock(int bitCount, std::uint32_t compression, std::uint32_t sizeIm
     header.compression = compression;
     header.sizeImage = sizeImage;
     Bytes block(40);
-    dib::write_info_header(header, block.data());
+    dib::writeInfoHeader(header, block.data());
     block.insert(block.end(), afterHeader.begin(), afterHeader.end());
     const int bytesPerPixel = bitCount / 8;
     const int stride = (kWidth * bytesPerPixel + 3) & ~3;
@@ -92,7 +92,7 @@ Bytes patternBlock(int bitCount, std::uint32_t compression, std::uint32_t sizeIm
 
 Bytes rgbBlock(int bitCount)
 {
-    const std::uint32_t size = dib::dib_image_size(std::uint16_t(bitCount), kWidth, kHeight);
+    const std::uint32_t size = dib::dibImageSize(std::uint16_t(bitCount), kWidth, kHeight);
     return patternBlock(bitCount, BI_RGB, size, {});
 }
 
@@ -107,7 +107,7 @@ Bytes masks()
 
 Bytes bitfieldsBlock()
 {
-    return patternBlock(32, BI_BITFIELDS, dib::dib_image_size(32, kWidth, kHeight), masks());
+    return patternBlock(32, BI_BITFIELDS, dib::dibImageSize(32, kWidth, kHeight), masks());
 }
 
 Bytes paletteBlock()
@@ -118,9 +118,9 @@ Bytes paletteBlock()
     header.height = kHeight;
     header.planes = 1;
     header.bitCount = 8;
-    header.sizeImage = dib::dib_image_size(8, kWidth, kHeight);
+    header.sizeImage = dib::dibImageSize(8, kWidth, kHeight);
     Bytes block(40);
-    dib::write_info_header(header, block.data());
+    dib::writeInfoHeader(header, block.data());
     for (int i = 0; i < 256; ++i) { // grey ramp
         const unsigned char v = static_cast<unsigned char>(i);
         block.insert(block.end(), {v, v, v, 0});
@@ -251,7 +251,7 @@ Bytes readOrFail(const std::string &label)
 void expectStraightRead(const Bytes &block, const std::string &label)
 {
     const Bytes file = readOrFail(label);
-    expectBytes(file, dib::bmp_file_from_clipboard_block(block.data(), block.size()), label);
+    expectBytes(file, dib::bmpFileFromClipboardBlock(block.data(), block.size()), label);
     expectPatternPixels(file, label);
 }
 
@@ -286,7 +286,7 @@ const Case kCases[] = {
          expect(file.size() == 54 + 40, label + ": size");
          expect(file.size() == 94 && std::equal(block.begin() + 40, block.begin() + 80, file.begin() + 54),
                 label + ": pixel bytes are the colour table's first 40 bytes");
-         expectBytes(file, dib::bmp_file_from_clipboard_block(block.data(), block.size()), label);
+         expectBytes(file, dib::bmpFileFromClipboardBlock(block.data(), block.size()), label);
      }},
     {"zero", "image size 0: the headers alone",
      [](HWND owner) { return putBlock(owner, CF_DIB, zeroSizeBlock()); },
@@ -295,7 +295,7 @@ const Case kCases[] = {
          const Bytes file = readOrFail(label);
          expect(file.size() == 54, label + ": 54 bytes");
          expect(file.size() == 54 && get32(file, 2) == 54, label + ": file size field 54");
-         expectBytes(file, dib::bmp_file_from_clipboard_block(block.data(), block.size()), label);
+         expectBytes(file, dib::bmpFileFromClipboardBlock(block.data(), block.size()), label);
      }},
     {"writer", "a 32-bit bitmap through copy_bitmap_to_clipboard comes back as 24 bits",
      [](HWND owner) {
@@ -308,7 +308,7 @@ const Case kCases[] = {
          const Bytes file = readOrFail(label);
          expect(file.size() >= 54 && file[28] == 24, label + ": 24 bits per pixel");
          expect(file.size() >= 54 && get32(file, 14) == 40, label + ": header size 40");
-         expect(file.size() >= 54 && get32(file, 34) == dib::dib_image_size(24, kWidth, kHeight),
+         expect(file.size() >= 54 && get32(file, 34) == dib::dibImageSize(24, kWidth, kHeight),
                 label + ": image size");
          expectPatternPixels(file, label);
      }},
@@ -327,7 +327,7 @@ const Case kCases[] = {
          // behind the header, so the picture arrives shifted by those 12 bytes.
          const Bytes file = readOrFail(label);
          const Bytes block = rgbBlock(32);
-         const std::uint32_t size = dib::dib_image_size(32, kWidth, kHeight);
+         const std::uint32_t size = dib::dibImageSize(32, kWidth, kHeight);
          expect(file.size() == 54 + size, label + ": size");
          if (file.size() != 54 + size)
              return;
