@@ -289,3 +289,24 @@ void clearProxyEnvironment()
     QNetworkProxy::setApplicationProxy(QNetworkProxy());
 }
 
+bool SubmitTestState::startReceiver(const HttpReceiver::Options &options)
+{
+    receiver.reset(new HttpReceiver(path("received")));
+    return receiver->start(options);
+}
+
+void SubmitTestState::beginTest(const QString &folderPrefix)
+{
+    TestEnvironment::instance().forgetSettings();
+    work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/" + folderPrefix + "-XXXXXX"));
+    QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
+}
+
+void SubmitTestState::endTest()
+{
+    window.reset();
+    proxy.reset();
+    receiver.reset();
+    work.reset();
+    QNetworkProxy::setApplicationProxy(QNetworkProxy());
+}

@@ -6,10 +6,12 @@
 #include "multipartrecord.h"
 #include "support/httpreceiver.h"
 #include "support/modalanswerer.h"
+#include "support/tinyproxy.h"
 
 #include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <functional>
 #include <memory>
@@ -124,3 +126,28 @@ T *child(const MainWindow &window, const char *objectName)
 {
     return window.findChild<T *>(QString::fromLatin1(objectName));
 }
+
+// What every send test works with: a work folder of its own, the loopback receiver, a
+// proxy when the test starts one, and the window. The tests derive from it and call
+// beginTest() from init() and endTest() from cleanup().
+class SubmitTestState
+{
+protected:
+    std::unique_ptr<QTemporaryDir> work;
+    std::unique_ptr<HttpReceiver> receiver;
+    std::unique_ptr<TinyProxy> proxy;
+    std::unique_ptr<MainWindow> window;
+
+    QString path(const QString &name) const { return work->path() + "/" + name; }
+
+    // A new receiver recording into the work folder.
+    bool startReceiver(const HttpReceiver::Options &options = {});
+
+    // Each test starts as on a first run: no settings, no thumbnails left, and a work
+    // folder named after the test program.
+    void beginTest(const QString &folderPrefix);
+
+    // The window first (it holds the guard port and the attachment files), then the
+    // peers and the folder; the application proxy back to none.
+    void endTest();
+};

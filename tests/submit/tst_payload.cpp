@@ -67,17 +67,11 @@ QPixmap drawnPixmap(const QColor &color)
 
 } // namespace
 
-class TestPayload : public QObject
+class TestPayload : public QObject, protected SubmitTestState
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> work;
-    std::unique_ptr<HttpReceiver> receiver;
-    std::unique_ptr<MainWindow> window;
-
-    QString path(const QString &name) const { return work->path() + "/" + name; }
-
     // The default form, sent to the receiver.
     ReportForm form() const
     {
@@ -132,11 +126,8 @@ private:
 private slots:
     void init()
     {
-        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
-        work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/payload-XXXXXX"));
-        QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
-        receiver.reset(new HttpReceiver(path("received")));
-        QVERIFY(receiver->start({}));
+        beginTest(QStringLiteral("payload"));
+        QVERIFY(startReceiver());
         // Each test sets its own summary, so the worker's must have come first.
         window.reset(new MainWindow);
         SummaryArrival summary(*window);
@@ -144,12 +135,7 @@ private slots:
         QVERIFY(summary.wait());
     }
 
-    void cleanup()
-    {
-        window.reset();
-        receiver.reset();
-        work.reset();
-    }
+    void cleanup() { endTest(); }
 
     void bugReport()
     {

@@ -39,24 +39,11 @@ QByteArray identityWith(const QByteArray &email, const QByteArray &validated)
 
 } // namespace
 
-class TestPrivateNet : public QObject
+class TestPrivateNet : public QObject, protected SubmitTestState
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> work;
-    std::unique_ptr<HttpReceiver> receiver;
-    std::unique_ptr<TinyProxy> proxy;
-    std::unique_ptr<MainWindow> window;
-
-    QString path(const QString &name) const { return work->path() + "/" + name; }
-
-    bool startReceiver(const HttpReceiver::Options &options)
-    {
-        receiver.reset(new HttpReceiver(path("received")));
-        return receiver->start(options);
-    }
-
     QString byName() const { return QStringLiteral("http://feedback.korvane3d.com:%1/").arg(receiver->port()); }
 
     void openWindow(const QString &destination)
@@ -138,19 +125,10 @@ private slots:
 
     void init()
     {
-        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
-        work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/privatenet-XXXXXX"));
-        QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
+        beginTest(QStringLiteral("privatenet"));
     }
 
-    void cleanup()
-    {
-        window.reset();
-        proxy.reset();
-        receiver.reset();
-        work.reset();
-        QNetworkProxy::setApplicationProxy(QNetworkProxy());
-    }
+    void cleanup() { endTest(); }
 
     void emptyDestinationPostsToThePlaceholder()
     {

@@ -49,23 +49,11 @@ const QStringList kIntroAfterAbortScreen{"formState 0",
 
 } // namespace
 
-class TestUpload : public QObject
+class TestUpload : public QObject, protected SubmitTestState
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> work;
-    std::unique_ptr<HttpReceiver> receiver;
-    std::unique_ptr<MainWindow> window;
-
-    QString path(const QString &name) const { return work->path() + "/" + name; }
-
-    bool startReceiver(const HttpReceiver::Options &options)
-    {
-        receiver.reset(new HttpReceiver(path("received")));
-        return receiver->start(options);
-    }
-
     void openWindow(const QString &destination, qint64 attachmentSize = 1000)
     {
         window = openReportWindow(destination, path("files"), attachmentSize);
@@ -110,17 +98,10 @@ private slots:
 
     void init()
     {
-        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
-        work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/upload-XXXXXX"));
-        QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
+        beginTest(QStringLiteral("upload"));
     }
 
-    void cleanup()
-    {
-        window.reset();
-        receiver.reset();
-        work.reset();
-    }
+    void cleanup() { endTest(); }
 
     void successShowsTheBoxAndQuits()
     {

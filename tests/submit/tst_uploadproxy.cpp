@@ -20,18 +20,11 @@
 
 #include <memory>
 
-class TestUploadProxy : public QObject
+class TestUploadProxy : public QObject, protected SubmitTestState
 {
     Q_OBJECT
 
 private:
-    std::unique_ptr<QTemporaryDir> work;
-    std::unique_ptr<HttpReceiver> receiver;
-    std::unique_ptr<TinyProxy> proxy;
-    std::unique_ptr<MainWindow> window;
-
-    QString path(const QString &name) const { return work->path() + "/" + name; }
-
     void openWindow()
     {
         window = openReportWindow(receiver->url().toString(), path("files"));
@@ -55,21 +48,11 @@ private slots:
 
     void init()
     {
-        TestEnvironment::instance().forgetSettings(); // each window starts as on a first run
-        work.reset(new QTemporaryDir(TestEnvironment::instance().root() + "/proxy-XXXXXX"));
-        QDir(TestEnvironment::instance().thumbnailFolder()).removeRecursively();
-        receiver.reset(new HttpReceiver(path("received")));
-        QVERIFY(receiver->start({}));
+        beginTest(QStringLiteral("proxy"));
+        QVERIFY(startReceiver());
     }
 
-    void cleanup()
-    {
-        window.reset();
-        proxy.reset();
-        receiver.reset();
-        work.reset();
-        QNetworkProxy::setApplicationProxy(QNetworkProxy());
-    }
+    void cleanup() { endTest(); }
 
     void throughTheProxy()
     {

@@ -31,8 +31,10 @@ bool HttpReceiver::start(const Options &options)
     if (options.answerDelayMs > 0)
         arguments << "--answer-delay-ms" << QString::number(options.answerDelayMs);
     m_process.start(program(), arguments);
-    if (!m_process.waitForStarted(10000))
+    if (!m_process.waitForStarted(10000)) {
+        qWarning("the receiver did not start: %s", qPrintable(m_process.errorString()));
         return false;
+    }
     const bool listening = QTest::qWaitFor(
         [this] {
             for (const QString &line : events())
@@ -44,6 +46,10 @@ bool HttpReceiver::start(const Options &options)
     for (const QString &line : events())
         if (line.startsWith(QLatin1String("listening ")))
             m_port = quint16(line.mid(10).toUInt());
+    if (!listening || m_port == 0)
+        qWarning("the receiver did not start listening: state %d, exit %d, error %s, events [%s]",
+                 int(m_process.state()), m_process.exitCode(), qPrintable(m_process.errorString()),
+                 qPrintable(m_events.join(QStringLiteral(" | "))));
     return listening && m_port != 0;
 }
 
