@@ -14,3 +14,7 @@ inline QByteArray expectedDetails(const QByteArray &type, const QByteArray &buil
           "\"buildsys_config_name\" : \"Windows 64bit\", \"buildsys_branch_name\" : \"KV2019.1\", "
           "\"buildsys_hash\" : \"3f9c2a7d1e8b4c6a9d0e5f7b2c4a6e8d1f3b5c7a\" }";
 }
+
+// The identity text of the tests' default reporter, Ann Lee, whose domain was not checked.
+inline const QByteArray kAnnIdentity = "{ \"product\" : \"Korvane3D\", \"name\" : \"Ann%20Lee\", \"email\" : "
+                                       "\"ann%40example.com\", \"validated\" : \"false\" }";

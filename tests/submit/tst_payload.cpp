@@ -34,9 +34,6 @@ const char kQuotedFileName[] = "q\"uote.txt";
 const char kQuotedFileNameSent[] = "q%22uote.txt";
 #endif
 
-const QByteArray kAnnIdentity = "{ \"product\" : \"Korvane3D\", \"name\" : \"Ann%20Lee\", \"email\" : "
-                                "\"ann%40example.com\", \"validated\" : \"false\" }";
-
 // The parts of the default form (see ReportForm) before its files.
 const QList<QByteArray> kDefaultFields{fieldPart("identity", kAnnIdentity),
                                        fieldPart("details", expectedDetails("bug", "3126", "Animation", "false")),
