@@ -24,7 +24,7 @@
     <name>MainWindow</name>
     <message>
         <source>Korvane Feedback Agent</source>
-        <translation type="unfinished"></translation>
+        <translation>Korvane Feedback Agent</translation>
     </message>
     <message>
         <source>Welcome to the Korvane Feedback Agent</source>
@@ -36,11 +36,11 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot;color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;&lt;font size=&quot;+3&quot;&gt;Bug Report&lt;/font&gt;&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;(Crashes / Issues)&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot;color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;&lt;font size=&quot;+3&quot;&gt;Fehlerbericht&lt;/font&gt;&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;(Abstürze / Probleme)&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot;color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;&lt;font size=&quot;+3&quot;&gt;Feature Request&lt;/font&gt;&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;(Features / Workflow)&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot;color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;&lt;font size=&quot;+3&quot;&gt;Funktionswunsch&lt;/font&gt;&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; color: rgb(255, 255, 255); font-family:&apos;MS Sans Serif&apos;; font-style:normal;&quot;&gt;(Funktionen / Workflow)&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Introduction</source>
@@ -48,31 +48,31 @@
     </message>
     <message>
         <source>Please take a moment to review how to collect and submit a good bug report.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte nehmen Sie sich einen Moment Zeit und lesen Sie, wie Sie einen guten Fehlerbericht zusammenstellen und senden.</translation>
     </message>
     <message>
         <source>The following tips help make a good report that will aid developers in recreating your issue:</source>
-        <translation type="unfinished"></translation>
+        <translation>Die folgenden Tipps helfen Ihnen, einen guten Bericht zu verfassen, mit dem die Entwickler Ihr Problem nachstellen können:</translation>
     </message>
     <message>
         <source>1) Ensure only the content needed to recreate the issue is attached</source>
-        <translation type="unfinished"></translation>
+        <translation>1) Hängen Sie nur die Inhalte an, die zum Nachstellen des Problems nötig sind</translation>
     </message>
     <message>
         <source>2) Lower any settings in Scenes that are not critical to showing the issue</source>
-        <translation type="unfinished"></translation>
+        <translation>2) Verringern Sie in Szenen alle Einstellungen, die nicht nötig sind, um das Problem zu zeigen</translation>
     </message>
     <message>
         <source>3) Provide detailed steps the developer can folow in order to recreate the issue</source>
-        <translation type="unfinished"></translation>
+        <translation>3) Beschreiben Sie genau die Schritte, mit denen die Entwickler das Problem nachstellen können</translation>
     </message>
     <message>
         <source>For further advice and tips, please click the link to the video.</source>
-        <translation type="unfinished"></translation>
+        <translation>Weitere Hinweise und Tipps finden Sie im Video. Klicken Sie dazu bitte auf den Link.</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;https://videos.korvane3d.com/watch/feedback-agent-tips&quot;&gt;&lt;img src=&quot;:/images/FB_video_logo.jpg&quot;/&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;&lt;a href=&quot;https://videos.korvane3d.com/watch/feedback-agent-tips&quot;&gt;&lt;img src=&quot;:/images/FB_video_logo.jpg&quot;/&gt;&lt;/a&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Step 1: Identity</source>
@@ -84,7 +84,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Please enter your name here&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Bitte geben Sie hier Ihren Namen ein&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Email address:</source>
@@ -92,7 +92,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Please enter your contact information in case Customer Service needs more information.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Bitte geben Sie Ihre Kontaktdaten an, falls der Kundendienst weitere Informationen benötigt.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Remember My Information</source>
@@ -120,15 +120,15 @@
     </message>
     <message>
         <source>Please provide a short title of the bug/issue  (70 characters max):</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte geben Sie einen kurzen Titel für den Fehler bzw. das Problem an (max. 70 Zeichen):</translation>
     </message>
     <message>
         <source>Please provide a description of the bug/issue:</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte beschreiben Sie den Fehler bzw. das Problem:</translation>
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Please enter a detailed description of the issue here.  If this issue deals with Scripting, code snippets may be included here, but full script files should be attached to the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Bitte beschreiben Sie das Problem hier ausführlich. Betrifft das Problem das Scripting, können Sie hier Codeausschnitte einfügen; vollständige Skriptdateien hängen Sie bitte an den Bericht an.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Step 4: Attachments</source>
@@ -136,7 +136,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Select a file to attach to the report.  The file may be text or binary.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Datei auswählen, die an den Bericht angehängt wird. Es kann eine Text- oder Binärdatei sein.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Attach File(s)...</source>
@@ -144,7 +144,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Remove the selected entry from the attachments.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Ausgewählten Eintrag aus den Anhängen entfernen.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Remove Selected</source>
@@ -152,7 +152,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Clear all attachments from the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Alle Anhänge aus dem Bericht entfernen.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Clear All</source>
@@ -176,7 +176,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;This option will allow you to take a screen shot of a selected window to attach to the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Mit dieser Option nehmen Sie ein Bildschirmfoto eines ausgewählten Fensters auf und hängen es an den Bericht an.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Take Screen Shot...</source>
@@ -188,7 +188,7 @@
     </message>
     <message>
         <source>2</source>
-        <translation type="unfinished"></translation>
+        <translation>2</translation>
     </message>
     <message>
         <source>seconds</source>
@@ -200,11 +200,11 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; font-size:12pt; font-weight:600; color:#aa0000;&quot;&gt;Note&lt;/span&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;: You should &lt;/span&gt;&lt;span style=&quot; font-size:12pt; font-weight:600; font-style:italic;&quot;&gt;only&lt;/span&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt; modify these settings if you have a special need.&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;The defaults should be used for most situations.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; font-size:12pt; font-weight:600; color:#aa0000;&quot;&gt;Hinweis&lt;/span&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;: Sie sollten diese Einstellungen &lt;/span&gt;&lt;span style=&quot; font-size:12pt; font-weight:600; font-style:italic;&quot;&gt;nur&lt;/span&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt; bei besonderem Bedarf ändern.&lt;/span&gt;&lt;/p&gt;&lt;p align=&quot;center&quot;&gt;&lt;span style=&quot; font-size:12pt;&quot;&gt;In den meisten Fällen sollten die Standardwerte verwendet werden.&lt;/span&gt;&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>I understand.  Let me modify the settings.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ich habe verstanden. Ich möchte die Einstellungen ändern.</translation>
     </message>
     <message>
         <source>HTTP destination:</source>
@@ -212,7 +212,7 @@
     </message>
     <message>
         <source>http://feedback.korvane3d.com/</source>
-        <translation type="unfinished"></translation>
+        <translation>http://feedback.korvane3d.com/</translation>
     </message>
     <message>
         <source>HTTP Proxy Settings</source>
@@ -228,7 +228,7 @@
     </message>
     <message>
         <source>8080</source>
-        <translation type="unfinished"></translation>
+        <translation>8080</translation>
     </message>
     <message>
         <source>User name:</source>
@@ -240,7 +240,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Cancel sending of this report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Senden dieses Berichts abbrechen.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Cancel</source>
@@ -252,7 +252,7 @@
     </message>
     <message>
         <source>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Submit the report.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</source>
-        <translation type="unfinished"></translation>
+        <translation>&lt;html&gt;&lt;head/&gt;&lt;body&gt;&lt;p&gt;Bericht senden.&lt;/p&gt;&lt;/body&gt;&lt;/html&gt;</translation>
     </message>
     <message>
         <source>Send...</source>
@@ -268,7 +268,7 @@
     </message>
     <message>
         <source>Your email address could not be validated.  Please verify that the domain was entered correctly.</source>
-        <translation type="unfinished"></translation>
+        <translation>Ihre E-Mail-Adresse konnte nicht geprüft werden. Bitte kontrollieren Sie, ob die Domain richtig eingegeben wurde.</translation>
     </message>
     <message>
         <source>Select a feedback type to submit a report</source>
@@ -276,19 +276,19 @@
     </message>
     <message>
         <source>Please complete the &lt;b&gt;Identity&lt;/b&gt; tab.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte füllen Sie die Registerkarte &lt;b&gt;Identität&lt;/b&gt; aus.</translation>
     </message>
     <message>
         <source>Please complete the &lt;b&gt;Details&lt;/b&gt; tab.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte füllen Sie die Registerkarte &lt;b&gt;Details&lt;/b&gt; aus.</translation>
     </message>
     <message>
         <source>Please complete the &lt;b&gt;Description&lt;/b&gt; tab.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte füllen Sie die Registerkarte &lt;b&gt;Beschreibung&lt;/b&gt; aus.</translation>
     </message>
     <message>
         <source>Please add &lt;b&gt;Attachments&lt;/b&gt; to submit the report.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte fügen Sie &lt;b&gt;Anhänge&lt;/b&gt; hinzu, um den Bericht zu senden.</translation>
     </message>
     <message>
         <source>Completed %1/%2</source>
@@ -308,43 +308,43 @@
     </message>
     <message>
         <source>3) Provide detailed steps the developer can follow in order to recreate the issue</source>
-        <translation type="unfinished"></translation>
+        <translation>3) Beschreiben Sie genau die Schritte, mit denen die Entwickler das Problem nachstellen können</translation>
     </message>
     <message>
         <source>Please provide a short title for the bug/issue (70 characters max):</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte geben Sie einen kurzen Titel für den Fehler bzw. das Problem an (max. 70 Zeichen):</translation>
     </message>
     <message>
         <source>Please take a moment to review how to collect and submit a good feature/flow request.</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte nehmen Sie sich einen Moment Zeit und lesen Sie, wie Sie einen guten Funktions- oder Workflow-Wunsch zusammenstellen und senden.</translation>
     </message>
     <message>
         <source>The following tips help make a good report that will aid developers in recreating your request:</source>
-        <translation type="unfinished"></translation>
+        <translation>Die folgenden Tipps helfen Ihnen, einen guten Bericht zu verfassen, mit dem die Entwickler Ihren Wunsch nachvollziehen können:</translation>
     </message>
     <message>
         <source>1) Explain what it is you are trying to do that is causing difficulty</source>
-        <translation type="unfinished"></translation>
+        <translation>1) Erklären Sie, was Sie erreichen möchten und wobei Ihnen das Schwierigkeiten bereitet</translation>
     </message>
     <message>
         <source>2) Are there more general workflows that could make your request better for all?</source>
-        <translation type="unfinished"></translation>
+        <translation>2) Gibt es allgemeinere Workflows, die Ihren Wunsch für alle Anwender nützlicher machen würden?</translation>
     </message>
     <message>
         <source>3) Are there examples of good workflows that you may have seen elsewhere?</source>
-        <translation type="unfinished"></translation>
+        <translation>3) Kennen Sie Beispiele für gute Workflows, die Sie anderswo gesehen haben?</translation>
     </message>
     <message>
         <source>Please provide a short title for the feature request (70 characters max):</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte geben Sie einen kurzen Titel für den Funktionswunsch an (max. 70 Zeichen):</translation>
     </message>
     <message>
         <source>Please provide a description of the feature request:</source>
-        <translation type="unfinished"></translation>
+        <translation>Bitte beschreiben Sie den Funktionswunsch:</translation>
     </message>
     <message>
         <source>Korvane 3D%1 Feedback Agent%2  Build %3 (%4%5) %6</source>
-        <translation type="unfinished"></translation>
+        <translation>Korvane 3D%1 Feedback Agent%2  Build %3 (%4%5) %6</translation>
     </message>
     <message>
         <source>Another instance of Feedback Agent seems to be running.</source>
@@ -370,6 +370,64 @@
         <source>OK</source>
         <translation>OK</translation>
     </message>
+    <message>
+        <source>Name:</source>
+        <translation>Name:</translation>
+    </message>
+    <message>
+        <source>Name Image</source>
+        <translation>Bild benennen</translation>
+    </message>
+    <message>
+        <source>Name Screen Shot</source>
+        <translation>Bildschirmfoto benennen</translation>
+    </message>
+    <message>
+        <source>Report Submitted</source>
+        <translation>Bericht gesendet</translation>
+    </message>
+    <message>
+        <source>Your report has been successfully submitted!</source>
+        <translation>Ihr Bericht wurde erfolgreich gesendet!</translation>
+    </message>
+    <message>
+        <source>Submission Failed</source>
+        <translation>Senden fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>Your report could not be submitted at this time:
+&quot;%1&quot;</source>
+        <translation>Ihr Bericht konnte derzeit nicht gesendet werden:
+&quot;%1&quot;</translation>
+    </message>
+    <message>
+        <source>DirectX version</source>
+        <translation>DirectX-Version</translation>
+    </message>
+    <message>
+        <source>Physical memory</source>
+        <translation>Arbeitsspeicher</translation>
+    </message>
+    <message>
+        <source>Processor</source>
+        <translation>Prozessor</translation>
+    </message>
+    <message>
+        <source>Operating system</source>
+        <translation>Betriebssystem</translation>
+    </message>
+    <message>
+        <source>Display</source>
+        <translation>Anzeige</translation>
+    </message>
+    <message>
+        <source>System information is being gathered.</source>
+        <translation>Systeminformationen werden gesammelt.</translation>
+    </message>
+    <message>
+        <source>No system information is available.</source>
+        <translation>Es sind keine Systeminformationen verfügbar.</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>
@@ -379,71 +437,71 @@
     </message>
     <message>
         <source>Asset Browser</source>
-        <translation type="unfinished"></translation>
+        <translation>Asset-Browser</translation>
     </message>
     <message>
         <source>Audio</source>
-        <translation type="unfinished"></translation>
+        <translation>Audio</translation>
     </message>
     <message>
         <source>Cameras</source>
-        <translation type="unfinished"></translation>
+        <translation>Kameras</translation>
     </message>
     <message>
         <source>Cloth Simulation</source>
-        <translation type="unfinished"></translation>
+        <translation>Stoffsimulation</translation>
     </message>
     <message>
         <source>Content Library</source>
-        <translation type="unfinished"></translation>
+        <translation>Inhaltsbibliothek</translation>
     </message>
     <message>
         <source>Crashes / Hangs</source>
-        <translation type="unfinished"></translation>
+        <translation>Abstürze / Hänger</translation>
     </message>
     <message>
         <source>Documentation</source>
-        <translation type="unfinished"></translation>
+        <translation>Dokumentation</translation>
     </message>
     <message>
         <source>Dynamics</source>
-        <translation type="unfinished"></translation>
+        <translation>Dynamik</translation>
     </message>
     <message>
         <source>Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Export</translation>
     </message>
     <message>
         <source>Fur and Hair</source>
-        <translation type="unfinished"></translation>
+        <translation>Fell und Haare</translation>
     </message>
     <message>
         <source>Geometry Editing</source>
-        <translation type="unfinished"></translation>
+        <translation>Geometriebearbeitung</translation>
     </message>
     <message>
         <source>Import</source>
-        <translation type="unfinished"></translation>
+        <translation>Import</translation>
     </message>
     <message>
         <source>Installation</source>
-        <translation type="unfinished"></translation>
+        <translation>Installation</translation>
     </message>
     <message>
         <source>Interface</source>
-        <translation type="unfinished"></translation>
+        <translation>Benutzeroberfläche</translation>
     </message>
     <message>
         <source>Keyframes</source>
-        <translation type="unfinished"></translation>
+        <translation>Keyframes</translation>
     </message>
     <message>
         <source>Licensing</source>
-        <translation type="unfinished"></translation>
+        <translation>Lizenzierung</translation>
     </message>
     <message>
         <source>Lights</source>
-        <translation>Licht</translation>
+        <translation>Lichtquellen</translation>
     </message>
     <message>
         <source>Materials</source>
@@ -451,51 +509,51 @@
     </message>
     <message>
         <source>Modeling</source>
-        <translation type="unfinished"></translation>
+        <translation>Modellierung</translation>
     </message>
     <message>
         <source>Morphs</source>
-        <translation type="unfinished"></translation>
+        <translation>Morphs</translation>
     </message>
     <message>
         <source>Motion Capture</source>
-        <translation type="unfinished"></translation>
+        <translation>Motion Capture</translation>
     </message>
     <message>
         <source>Network Rendering</source>
-        <translation type="unfinished"></translation>
+        <translation>Netzwerk-Rendering</translation>
     </message>
     <message>
         <source>Node Editor</source>
-        <translation type="unfinished"></translation>
+        <translation>Node-Editor</translation>
     </message>
     <message>
         <source>Particles</source>
-        <translation type="unfinished"></translation>
+        <translation>Partikel</translation>
     </message>
     <message>
         <source>Performance</source>
-        <translation type="unfinished"></translation>
+        <translation>Leistung</translation>
     </message>
     <message>
         <source>Physics</source>
-        <translation type="unfinished"></translation>
+        <translation>Physik</translation>
     </message>
     <message>
         <source>Plug-ins</source>
-        <translation type="unfinished"></translation>
+        <translation>Plug-ins</translation>
     </message>
     <message>
         <source>Posing</source>
-        <translation type="unfinished"></translation>
+        <translation>Posen</translation>
     </message>
     <message>
         <source>Python Scripting</source>
-        <translation type="unfinished"></translation>
+        <translation>Python-Scripting</translation>
     </message>
     <message>
         <source>Render Settings</source>
-        <translation type="unfinished"></translation>
+        <translation>Render-Einstellungen</translation>
     </message>
     <message>
         <source>Rendering</source>
@@ -503,59 +561,68 @@
     </message>
     <message>
         <source>Rigging</source>
-        <translation type="unfinished"></translation>
+        <translation>Rigging</translation>
     </message>
     <message>
         <source>Scene Management</source>
-        <translation type="unfinished"></translation>
+        <translation>Szenenverwaltung</translation>
     </message>
     <message>
         <source>Sculpting</source>
-        <translation type="unfinished"></translation>
+        <translation>Sculpting</translation>
     </message>
     <message>
         <source>Shaders</source>
-        <translation type="unfinished"></translation>
+        <translation>Shader</translation>
     </message>
     <message>
         <source>Skinning</source>
-        <translation type="unfinished"></translation>
+        <translation>Skinning</translation>
     </message>
     <message>
         <source>Terrain</source>
-        <translation type="unfinished"></translation>
+        <translation>Terrain</translation>
     </message>
     <message>
         <source>Textures</source>
-        <translation type="unfinished"></translation>
+        <translation>Texturen</translation>
     </message>
     <message>
         <source>Timeline</source>
-        <translation type="unfinished"></translation>
+        <translation>Zeitleiste</translation>
     </message>
     <message>
         <source>UV Mapping</source>
-        <translation type="unfinished"></translation>
+        <translation>UV-Mapping</translation>
     </message>
     <message>
         <source>Undo / Redo</source>
-        <translation type="unfinished"></translation>
+        <translation>Rückgängig / Wiederholen</translation>
     </message>
     <message>
         <source>Viewport</source>
-        <translation type="unfinished"></translation>
+        <translation>Viewport</translation>
     </message>
     <message>
         <source>Volumetrics</source>
-        <translation type="unfinished"></translation>
+        <translation>Volumetrische Effekte</translation>
     </message>
     <message>
         <source>Web Export</source>
-        <translation type="unfinished"></translation>
+        <translation>Web-Export</translation>
     </message>
     <message>
         <source>Other</source>
         <translation>Sonstiges</translation>
+    </message>
+</context>
+<context>
+    <name>ScreenShot</name>
+    <message>
+        <source>LMB: Start a new selection
+RMB: Accept capture</source>
+        <translation>Linke Maustaste: Neue Auswahl beginnen
+Rechte Maustaste: Aufnahme übernehmen</translation>
     </message>
 </context>
 </TS>
