@@ -15,6 +15,8 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+// The byte blocks below are written one header field per literal.
+// clang-format off
 namespace {
 
 QByteArray bytes(const std::vector<unsigned char> &v)
@@ -324,4 +326,5 @@ private slots:
 };
 
 FB_TEST_MAIN(TestClipboardDib)
+// clang-format on
 #include "tst_clipboarddib.moc"
