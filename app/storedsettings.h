@@ -24,7 +24,7 @@ struct StoredSettings
     bool enhancedCapture = false;
     bool rememberMe = false;
     QString userName; // kept only with rememberMe
-    QString email;    // kept only with rememberMe
+    QString email; // kept only with rememberMe
     bool nda = false;
     QString httpDestination; // empty: the default destination
     bool httpProxy = false;

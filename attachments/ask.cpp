@@ -101,8 +101,8 @@ int Ask::critical(const QString &text, const QStringList &labels)
     return show(box, QMessageBox::Critical, false);
 }
 
-int Ask::question(QWidget *parent, const QString &title, const QString &text, bool *do_not_ask,
-                  bool with_cancel, bool with_do_not_ask, const QStringList &labels)
+int Ask::question(QWidget *parent, const QString &title, const QString &text, bool *do_not_ask, bool with_cancel,
+                  bool with_do_not_ask, const QStringList &labels)
 {
     Ask ask(parent, title, parent ? parent->windowIcon() : QIcon());
     const int result = ask.question(text, with_cancel, with_do_not_ask, labels);

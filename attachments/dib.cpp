@@ -75,8 +75,7 @@ std::vector<unsigned char> bmpFileFromClipboardBlock(const unsigned char *block,
     // Any program can put a block on the clipboard: its image-size field must not make
     // us allocate or write more than the block holds, nor its width and height make
     // the image reader allocate a picture larger than any screen.
-    if (header.sizeImage > blockSize - kInfoHeaderSize
-        || !imagelimits::withinPixelBound(header.width, header.height))
+    if (header.sizeImage > blockSize - kInfoHeaderSize || !imagelimits::withinPixelBound(header.width, header.height))
         return {};
 
     std::vector<unsigned char> file(kBmpHeadersSize + std::size_t(header.sizeImage), 0);

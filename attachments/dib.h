@@ -10,8 +10,8 @@
 
 namespace dib {
 
-constexpr std::size_t kInfoHeaderSize = 40;  // BITMAPINFOHEADER
-constexpr std::size_t kFileHeaderSize = 14;  // BITMAPFILEHEADER
+constexpr std::size_t kInfoHeaderSize = 40; // BITMAPINFOHEADER
+constexpr std::size_t kFileHeaderSize = 14; // BITMAPFILEHEADER
 constexpr std::size_t kBmpHeadersSize = kFileHeaderSize + kInfoHeaderSize;
 constexpr std::uint16_t kBmpFileType = 0x4D42; // "BM"
 

@@ -69,8 +69,8 @@ bool copy_bitmap_to_clipboard(HWND owner, HBITMAP bitmap)
 
     GetDIBits(dc, bitmap, 0, UINT(bm.bmHeight), nullptr, reinterpret_cast<BITMAPINFO *>(&probe), DIB_RGB_COLORS);
     if (probe.header.biSizeImage == 0)
-        probe.header.biSizeImage = dib::dibImageSize(probe.header.biBitCount, probe.header.biWidth,
-                                                       probe.header.biHeight);
+        probe.header.biSizeImage =
+            dib::dibImageSize(probe.header.biBitCount, probe.header.biWidth, probe.header.biHeight);
 
     bool handed = false;
     const SIZE_T blockSize = SIZE_T(probe.header.biSizeImage) + dib::kInfoHeaderSize + format.colourTableSize;

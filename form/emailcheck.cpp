@@ -35,10 +35,9 @@ void showEmailState(Ui::MainWindow *ui, EmailDisplay state)
     }
 
     ui->line_Email->setStyleSheet(fieldStyle);
-    ui->label_Invalid_Email_Icon->setPixmap(
-        flagged ? QPixmap(QStringLiteral(":/images/Flagged.png"))
-                      .scaled(16, 16, Qt::KeepAspectRatio, Qt::SmoothTransformation)
-                : QPixmap());
+    ui->label_Invalid_Email_Icon->setPixmap(flagged ? QPixmap(QStringLiteral(":/images/Flagged.png"))
+                                                          .scaled(16, 16, Qt::KeepAspectRatio, Qt::SmoothTransformation)
+                                                    : QPixmap());
     ui->label_Invalid_Email->setText(message);
     ui->label_Invalid_Email->setStyleSheet(flagged ? QStringLiteral("color: rgb(255, 0, 0);") : QString());
 }

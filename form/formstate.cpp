@@ -90,9 +90,12 @@ void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
     ui->button_Send->setEnabled(verdict.sendEnabled);
 
     const std::pair<completeness::Field, QWidget *> fields[] = {
-        {completeness::NameField, ui->line_Name},   {completeness::EmailField, ui->line_Email},
-        {completeness::AreaField, ui->list_Area},   {completeness::BuildField, ui->line_Build},
-        {completeness::TitleField, ui->combo_Title}, {completeness::DescriptionField, ui->edit_Description},
+        {completeness::NameField, ui->line_Name},
+        {completeness::EmailField, ui->line_Email},
+        {completeness::AreaField, ui->list_Area},
+        {completeness::BuildField, ui->line_Build},
+        {completeness::TitleField, ui->combo_Title},
+        {completeness::DescriptionField, ui->edit_Description},
         {completeness::AttachmentsField, ui->tree_Attachments},
     };
     for (const auto &[field, widget] : fields) {
@@ -103,7 +106,8 @@ void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
     }
 
     switch (verdict.hint) {
-    case completeness::SendHint::Unchanged: break;
+    case completeness::SendHint::Unchanged:
+        break;
     case completeness::SendHint::CompleteIdentity:
         ui->button_Send->setToolTip(tr("Please complete the <b>Identity</b> tab."));
         break;
@@ -116,7 +120,9 @@ void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
     case completeness::SendHint::AddAttachments:
         ui->button_Send->setToolTip(tr("Please add <b>Attachments</b> to submit the report."));
         break;
-    case completeness::SendHint::Submit: ui->button_Send->setToolTip(tr("Submit the report")); break;
+    case completeness::SendHint::Submit:
+        ui->button_Send->setToolTip(tr("Submit the report"));
+        break;
     }
     if (verdict.done != verdict.total)
         ui->button_Send->setText(tr("Completed %1/%2").arg(verdict.done).arg(verdict.total));
@@ -273,9 +279,7 @@ void MainWindow::slot_update_title_list()
     settingsModified = true;
 }
 
-void MainWindow::slot_eat_enter()
-{
-}
+void MainWindow::slot_eat_enter() {}
 
 void MainWindow::slot_enable_edit_settings()
 {

@@ -173,8 +173,7 @@ void MainWindow::connectForm()
     connect(ui->line_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_control_states()));
     connect(ui->line_Name, SIGNAL(textEdited(const QString &)), this, SLOT(slot_set_control_states()));
     connect(ui->line_Email, SIGNAL(textEdited(const QString &)), this, SLOT(slot_email_edited(const QString &)));
-    connect(ui->combo_Title->lineEdit(), SIGNAL(textChanged(const QString &)), this,
-            SLOT(slot_set_control_states()));
+    connect(ui->combo_Title->lineEdit(), SIGNAL(textChanged(const QString &)), this, SLOT(slot_set_control_states()));
     connect(ui->combo_Title->lineEdit(), SIGNAL(editingFinished()), this, SLOT(slot_update_title_list()));
     connect(ui->combo_Title, SIGNAL(currentIndexChanged(int)), this, SLOT(slot_set_title_text(int)));
     ui->combo_Title->lineEdit()->setMaxLength(70);
@@ -238,9 +237,8 @@ bool MainWindow::removeDirectoryTree(const QString &path)
     QDir dir(path);
     if (!dir.exists(path))
         return true;
-    const QFileInfoList entries =
-        dir.entryInfoList(QDir::NoDotAndDotDot | QDir::System | QDir::Hidden | QDir::AllDirs | QDir::Files,
-                          QDir::DirsFirst);
+    const QFileInfoList entries = dir.entryInfoList(
+        QDir::NoDotAndDotDot | QDir::System | QDir::Hidden | QDir::AllDirs | QDir::Files, QDir::DirsFirst);
     for (const QFileInfo &entry : entries) {
         const bool removed =
             entry.isDir() ? removeDirectoryTree(entry.absoluteFilePath()) : QFile::remove(entry.absoluteFilePath());

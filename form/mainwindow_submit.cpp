@@ -133,10 +133,10 @@ void MainWindow::slot_send_complete()
             QMessageBox::information(this, tr("Report Submitted"), tr("Your report has been successfully submitted!"),
                                      QMessageBox::Ok);
         } else {
-            QMessageBox::critical(this, tr("Submission Failed"),
-                                  tr("Your report could not be submitted at this time:\n\"%1\"")
-                                      .arg(reply->errorString()),
-                                  QMessageBox::Ok);
+            QMessageBox::critical(
+                this, tr("Submission Failed"),
+                tr("Your report could not be submitted at this time:\n\"%1\"").arg(reply->errorString()),
+                QMessageBox::Ok);
         }
     }
 

@@ -46,8 +46,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         fail("pixel offset is not 54");
     if (std::memcmp(file.data() + dib::kFileHeaderSize, data, dib::kInfoHeaderSize) != 0)
         fail("the 40 header bytes are not the block's");
-    if (std::memcmp(file.data() + dib::kBmpHeadersSize, data + dib::kInfoHeaderSize,
-                    file.size() - dib::kBmpHeadersSize)
+    if (std::memcmp(file.data() + dib::kBmpHeadersSize, data + dib::kInfoHeaderSize, file.size() - dib::kBmpHeadersSize)
         != 0)
         fail("pixel bytes are not the block's bytes from byte 40 on");
     return 0;

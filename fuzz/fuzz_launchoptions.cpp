@@ -31,8 +31,8 @@ QString joined(const LaunchOption &option)
 
 void check(const QStringList &arguments, const QList<LaunchOption> &options)
 {
-    const bool urlForm = !arguments.isEmpty() && arguments.first().startsWith(QLatin1String("kvfb://"))
-        && arguments.first().size() > 7;
+    const bool urlForm =
+        !arguments.isEmpty() && arguments.first().startsWith(QLatin1String("kvfb://")) && arguments.first().size() > 7;
     QStringList sources; // the texts an option may come from
     if (urlForm) {
         QString parts = arguments.first().mid(7);

@@ -39,8 +39,8 @@ void removeRootFolder()
 void isolateEnvironment()
 {
     // On a memory file system when there is one: every save syncs the file to disk.
-    QByteArray pattern = QDir(QStringLiteral("/dev/shm")).exists() ? "/dev/shm/fuzz-settings-XXXXXX"
-                                                                    : "/tmp/fuzz-settings-XXXXXX";
+    QByteArray pattern =
+        QDir(QStringLiteral("/dev/shm")).exists() ? "/dev/shm/fuzz-settings-XXXXXX" : "/tmp/fuzz-settings-XXXXXX";
     const char *root = mkdtemp(pattern.data());
     if (!root)
         fail("no temporary folder");

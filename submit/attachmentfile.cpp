@@ -1,6 +1,9 @@
 #include "submit/attachmentfile.h"
 
-AttachmentFile::AttachmentFile(const QString &path, QObject *parent) : QFile(path, parent) {}
+AttachmentFile::AttachmentFile(const QString &path, QObject *parent)
+    : QFile(path, parent)
+{
+}
 
 bool AttachmentFile::openForSending()
 {

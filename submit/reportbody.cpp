@@ -25,8 +25,8 @@ QHttpMultiPart *buildReportBody(const ReportFields &fields)
 
     multiPart->append(
         formField("form-data; name=\"identity\"", identityJson(fields.name, fields.email, fields.emailValidated)));
-    multiPart->append(formField("form-data; name=\"details\"",
-                                detailsJson(fields.bugReport, fields.build, fields.area, fields.nda)));
+    multiPart->append(
+        formField("form-data; name=\"details\"", detailsJson(fields.bugReport, fields.build, fields.area, fields.nda)));
     if (!fields.systemSummary.isEmpty())
         multiPart->append(formField("form-data; name=\"sysinfo\"", fields.systemSummary.toUtf8()));
     multiPart->append(formField("form-data; name=\"title\"", withCrLf(fields.title).toUtf8()));

@@ -62,7 +62,8 @@ QString withCrLf(const QString &text)
 
 QString fileFieldDisposition(const QString &fileName)
 {
-    return QStringLiteral("form-data; name=\"%1\"").arg(QString::fromLatin1(percentEncoded(fileName)), 0, QLatin1Char(' '));
+    return QStringLiteral("form-data; name=\"%1\"")
+        .arg(QString::fromLatin1(percentEncoded(fileName)), 0, QLatin1Char(' '));
 }
 
 QByteArray attachmentNameList(const QStringList &fileNames)

@@ -16,7 +16,7 @@
 #include <string>
 
 // Names of the two sections the job dumps; each is also its header text.
-extern const char kDxDiagSystemInfo[];     // "DxDiag_SystemInfo"
+extern const char kDxDiagSystemInfo[]; // "DxDiag_SystemInfo"
 extern const char kDxDiagDisplayDevices[]; // "DxDiag_DisplayDevices"
 
 // What the job needs from a reader: the root (or its absence) and the sections.

@@ -32,7 +32,10 @@ public:
     DxDiagReader(const DxDiagReader &) = delete;
     DxDiagReader &operator=(const DxDiagReader &) = delete;
 
-    bool hasRoot() const override { return root != nullptr; }
+    bool hasRoot() const override
+    {
+        return root != nullptr;
+    }
     void dumpSection(const char *name, std::FILE *file) override;
 
 private:

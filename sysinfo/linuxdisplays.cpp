@@ -164,9 +164,9 @@ struct Mode
 #ifdef FB_HAVE_DRM_UAPI
 
 // Connector type names as the kernel uses them in the sysfs names, by type number.
-const char *const kConnectorTypes[] = {"Unknown", "VGA", "DVI-I", "DVI-D", "DVI-A", "Composite", "SVIDEO",
-                                       "LVDS", "Component", "DIN", "DP", "HDMI-A", "HDMI-B", "TV", "eDP",
-                                       "Virtual", "DSI", "DPI", "Writeback", "SPI", "USB"};
+const char *const kConnectorTypes[] = {"Unknown", "VGA",       "DVI-I", "DVI-D", "DVI-A",     "Composite", "SVIDEO",
+                                       "LVDS",    "Component", "DIN",   "DP",    "HDMI-A",    "HDMI-B",    "TV",
+                                       "eDP",     "Virtual",   "DSI",   "DPI",   "Writeback", "SPI",       "USB"};
 
 bool drmIoctl(int fd, unsigned long request, void *argument)
 {

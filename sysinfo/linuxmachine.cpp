@@ -68,7 +68,6 @@ std::string printf1(const char *format, unsigned long long value)
     return buffer;
 }
 
-
 Uname unameOf(const LinuxMachinePaths &paths)
 {
     if (paths.fixedUname)
@@ -240,8 +239,8 @@ void addMachine(MemoryContainer &system, const LinuxMachinePaths &paths, const U
         system.addString("szPhysicalMemoryEnglish", printf1("%lluMB RAM", memory.totalKb / 1024));
         const unsigned long long usedKb =
             memory.swapTotalKb > memory.swapFreeKb ? memory.swapTotalKb - memory.swapFreeKb : 0;
-        system.addString("szPageFileEnglish",
-                         printf1("%lluMB used, ", usedKb / 1024) + printf1("%lluMB available", memory.swapFreeKb / 1024));
+        system.addString("szPageFileEnglish", printf1("%lluMB used, ", usedKb / 1024)
+                                                  + printf1("%lluMB available", memory.swapFreeKb / 1024));
     }
 
     system.addString("szMachineNameEnglish", names.nodeName);

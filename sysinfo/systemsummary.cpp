@@ -30,12 +30,8 @@ const Key kDeviceNameKey = {"szDeviceName: ", 14, "\"Display\" : \"%1"};
 
 // Properties of a display, in the order they are tested.
 const Key kDisplayKeys[] = {
-    {"szDescription: ", 15, "; %1"},
-    {"szDisplayMemoryEnglish: ", 24, "; %1"},
-    {"szDisplayModeEnglish: ", 22, "; %1"},
-    {"szMonitorName: ", 15, "; %1"},
-    {"szDriverName: ", 14, "; %1"},
-    {"szDriverVersion: ", 17, "; %1"},
+    {"szDescription: ", 15, "; %1"}, {"szDisplayMemoryEnglish: ", 24, "; %1"}, {"szDisplayModeEnglish: ", 22, "; %1"},
+    {"szMonitorName: ", 15, "; %1"}, {"szDriverName: ", 14, "; %1"},           {"szDriverVersion: ", 17, "; %1"},
 };
 
 // The value after the key, trimmed and percent-encoded, put into the key's format.

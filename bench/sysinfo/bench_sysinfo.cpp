@@ -133,8 +133,9 @@ int main(int argc, char **argv)
         }
     }
 
-    std::printf("| sysinfo: Linux machine description | %.2f | ms (median of %d) | makeLinuxMachineRoot on this machine |\n",
-                median(describe), runs);
+    std::printf(
+        "| sysinfo: Linux machine description | %.2f | ms (median of %d) | makeLinuxMachineRoot on this machine |\n",
+        median(describe), runs);
     std::printf("| sysinfo: whole job, description + dump file + summary | %.2f | ms (median of %d) | "
                 "writeSystemSummary, file in TMPDIR |\n",
                 median(job), runs);

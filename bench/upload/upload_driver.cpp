@@ -47,8 +47,8 @@ double processorSeconds()
 {
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
-    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec) +
-           double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
+    return double(usage.ru_utime.tv_sec + usage.ru_stime.tv_sec)
+           + double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
 // A precise timer on the GUI thread; its worst lateness is how long the event loop
@@ -88,7 +88,10 @@ private:
 class OutcomeBoxWatch : public QObject
 {
 public:
-    explicit OutcomeBoxWatch(std::function<void(QMessageBox *)> onShown) : onShown(std::move(onShown)) {}
+    explicit OutcomeBoxWatch(std::function<void(QMessageBox *)> onShown)
+        : onShown(std::move(onShown))
+    {
+    }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override

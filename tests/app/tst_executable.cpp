@@ -18,7 +18,7 @@ const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122 
 QByteArray stillRunningReport(AppProcess &app)
 {
     return "the program did not end; its output:\n" + app.output() + "\n"
-        + windowdriver::describeStillRunning(app.pid()).toUtf8();
+           + windowdriver::describeStillRunning(app.pid()).toUtf8();
 }
 
 } // namespace

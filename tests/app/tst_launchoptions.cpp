@@ -22,7 +22,7 @@ const QString kFormTitle = QStringLiteral("Please provide a short title of the b
 // What the user sees of the options.
 struct Screen
 {
-    QString screen;        // "intro", "bug" or "feature", from the visible banner
+    QString screen; // "intro", "bug" or "feature", from the visible banner
     bool startOverVisible = false;
     bool startOverEnabled = false;
     QStringList selectedAreas;
@@ -131,51 +131,50 @@ private slots:
 
         // A chosen kind shows the compose screen, whose refresh shows Start Over again,
         // but nothing enables it: it stays visible and disabled.
-        QTest::newRow("url example") << QStringList{"kvfb://mode=bug,area=Other,lockarea/"} << "bug" << true
-                                     << false << QStringList{"Other"} << false << QStringList{};
-        QTest::newRow("argument example") << QStringList{"--mode=feature", "--attach=" + fileA()} << "feature"
-                                          << true << false << QStringList{} << true << QStringList{a};
+        QTest::newRow("url example") << QStringList{"kvfb://mode=bug,area=Other,lockarea/"} << "bug" << true << false
+                                     << QStringList{"Other"} << false << QStringList{};
+        QTest::newRow("argument example") << QStringList{"--mode=feature", "--attach=" + fileA()} << "feature" << true
+                                          << false << QStringList{} << true << QStringList{a};
         QTest::newRow("no options") << QStringList{} << "intro" << false << true << QStringList{} << true
                                     << QStringList{};
         QTest::newRow("scheme alone") << QStringList{"kvfb://"} << "intro" << false << true << QStringList{} << true
                                       << QStringList{};
-        QTest::newRow("upper-case scheme") << QStringList{"KVFB://mode=bug"} << "intro" << false << true
-                                           << QStringList{} << true << QStringList{};
+        QTest::newRow("upper-case scheme")
+            << QStringList{"KVFB://mode=bug"} << "intro" << false << true << QStringList{} << true << QStringList{};
         QTest::newRow("second argument after url ignored")
-            << QStringList{"kvfb://area=Cameras", "--mode=bug"} << "intro" << false << true
-            << QStringList{"Cameras"} << true << QStringList{};
-        QTest::newRow("two trailing slashes") << QStringList{"kvfb://mode=bug//"} << "intro" << false << false
-                                              << QStringList{} << true << QStringList{};
-        QTest::newRow("mode without value") << QStringList{"--mode"} << "intro" << false << false << QStringList{}
-                                            << true << QStringList{};
+            << QStringList{"kvfb://area=Cameras", "--mode=bug"} << "intro" << false << true << QStringList{"Cameras"}
+            << true << QStringList{};
+        QTest::newRow("two trailing slashes")
+            << QStringList{"kvfb://mode=bug//"} << "intro" << false << false << QStringList{} << true << QStringList{};
+        QTest::newRow("mode without value")
+            << QStringList{"--mode"} << "intro" << false << false << QStringList{} << true << QStringList{};
         QTest::newRow("unknown mode") << QStringList{"--mode=crash"} << "intro" << false << false << QStringList{}
                                       << true << QStringList{};
         QTest::newRow("area and lock") << QStringList{"--area=Other", "--lockarea"} << "intro" << false << true
                                        << QStringList{"Other"} << false << QStringList{};
-        QTest::newRow("lock alone") << QStringList{"--lockarea"} << "intro" << false << true << QStringList{}
-                                    << true << QStringList{};
-        QTest::newRow("lock with value 0") << QStringList{"--lockarea=0", "--area=Audio"} << "intro" << false
-                                           << true << QStringList{"Audio"} << false << QStringList{};
-        QTest::newRow("unknown area stays locked") << QStringList{"--area=Nowhere", "--lockarea"} << "intro"
-                                                   << false << true << QStringList{} << false << QStringList{};
-        QTest::newRow("last area counts") << QStringList{"--area=Cameras", "--area=Other"} << "intro" << false
-                                          << true << QStringList{"Other"} << true << QStringList{};
+        QTest::newRow("lock alone") << QStringList{"--lockarea"} << "intro" << false << true << QStringList{} << true
+                                    << QStringList{};
+        QTest::newRow("lock with value 0") << QStringList{"--lockarea=0", "--area=Audio"} << "intro" << false << true
+                                           << QStringList{"Audio"} << false << QStringList{};
+        QTest::newRow("unknown area stays locked") << QStringList{"--area=Nowhere", "--lockarea"} << "intro" << false
+                                                   << true << QStringList{} << false << QStringList{};
+        QTest::newRow("last area counts") << QStringList{"--area=Cameras", "--area=Other"} << "intro" << false << true
+                                          << QStringList{"Other"} << true << QStringList{};
         QTest::newRow("same file twice") << QStringList{"--attach=" + fileA(), "--attach=" + fileA()} << "intro"
                                          << false << true << QStringList{} << true << QStringList{a, a};
-        QTest::newRow("missing file skipped") << QStringList{"--attach=" + missing, "--attach=" + fileB()}
-                                              << "intro" << false << true << QStringList{} << true
-                                              << QStringList{b};
-        QTest::newRow("attach without value") << QStringList{"--attach", fileA()} << "intro" << false << true
-                                              << QStringList{} << true << QStringList{};
-        QTest::newRow("upper-case key ignored") << QStringList{"--Mode=bug"} << "intro" << false << true
-                                                << QStringList{} << true << QStringList{};
+        QTest::newRow("missing file skipped") << QStringList{"--attach=" + missing, "--attach=" + fileB()} << "intro"
+                                              << false << true << QStringList{} << true << QStringList{b};
+        QTest::newRow("attach without value")
+            << QStringList{"--attach", fileA()} << "intro" << false << true << QStringList{} << true << QStringList{};
+        QTest::newRow("upper-case key ignored")
+            << QStringList{"--Mode=bug"} << "intro" << false << true << QStringList{} << true << QStringList{};
         QTest::newRow("url with files, area with slashes")
             << QStringList{"kvfb://mode=feature,attach=" + fileB() + ",attach=" + fileA()
                            + ",area=Crashes / Hangs,lockarea/"}
             << "feature" << true << false << QStringList{"Crashes / Hangs"} << false << QStringList{b, a};
         QTest::newRow("area with a blank, percent not decoded")
-            << QStringList{"kvfb://area=Asset%20Browser,mode=bug"} << "bug" << true << false << QStringList{}
-            << true << QStringList{};
+            << QStringList{"kvfb://area=Asset%20Browser,mode=bug"} << "bug" << true << false << QStringList{} << true
+            << QStringList{};
         QTest::newRow("area with a blank") << QStringList{"--area=Asset Browser", "--mode=bug"} << "bug" << true
                                            << false << QStringList{"Asset Browser"} << true << QStringList{};
     }

@@ -193,8 +193,7 @@ private slots:
             QResizeEvent resize(QSize(999, 555), QSize(720, 470));
             QCoreApplication::sendEvent(&window, &resize);
         }
-        QCOMPARE(QSettings(newFile(), QSettings::IniFormat).value("application/window_pos"),
-                 QVariant(QPoint(77, 88)));
+        QCOMPARE(QSettings(newFile(), QSettings::IniFormat).value("application/window_pos"), QVariant(QPoint(77, 88)));
         QVERIFY(bytes(newFile()).contains(iniLines("\nwindow_pos=@Point(77 88)\nwindow_size=@Size(999 555)\n")));
         MainWindow window;
         QCOMPARE(window.geometry(), QRect(77, 88, 999, 555));

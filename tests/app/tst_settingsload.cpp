@@ -56,7 +56,7 @@ private slots:
         QCOMPARE(MainWindowProbe::configPath(window), newFile());
         QCOMPARE(MainWindowProbe::savedSize(window), QSize(720, 470));
         QCOMPARE(MainWindowProbe::savedPos(window), QPoint(40, 65)); // ((800 - 720) / 2, (600 - 470) / 2)
-        QCOMPARE(window.geometry(), QRect(0, 0, 720, 470));          // as the form gives it
+        QCOMPARE(window.geometry(), QRect(0, 0, 720, 470)); // as the form gives it
         QCOMPARE(widget<QComboBox>(window, "combo_Title")->maxCount(), 5);
         QVERIFY(checked(window, "check_Remember_My_Info")); // the form's default stays
         QVERIFY(!checked(window, "group_Proxy_Settings"));
@@ -286,7 +286,8 @@ private slots:
         // No edit happened: the check ran from the load itself.
         QCOMPARE(widget<QLabel>(window, "label_Invalid_Email")->text(),
                  QString("Your email address is incorrectly formatted."));
-        QCOMPARE(widget<QLineEdit>(window, "line_Email")->styleSheet(), QString("background-color: rgb(255, 245, 245);"));
+        QCOMPARE(widget<QLineEdit>(window, "line_Email")->styleSheet(),
+                 QString("background-color: rgb(255, 245, 245);"));
         QVERIFY(!MainWindowProbe::emailValid(window));
         QVERIFY(!MainWindowProbe::lookupPending(window));
     }

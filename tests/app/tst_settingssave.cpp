@@ -88,13 +88,13 @@ private slots:
         }
         QSettings file(newFile(), QSettings::IniFormat);
         QCOMPARE(file.childGroups(), QStringList{"application"});
-        QCOMPARE(file.allKeys(),
-                 sorted({"application/window_pos", "application/window_size", "application/snapshot_delay",
-                         "application/enhanced_capture", "application/remember_me", "application/user_name",
-                         "application/email", "application/nda", "application/http_destination",
-                         "application/http_proxy", "application/http_proxy_server", "application/http_proxy_port",
-                         "application/http_proxy_username", "application/http_proxy_password",
-                         "application/title_items"}));
+        QCOMPARE(
+            file.allKeys(),
+            sorted({"application/window_pos", "application/window_size", "application/snapshot_delay",
+                    "application/enhanced_capture", "application/remember_me", "application/user_name",
+                    "application/email", "application/nda", "application/http_destination", "application/http_proxy",
+                    "application/http_proxy_server", "application/http_proxy_port", "application/http_proxy_username",
+                    "application/http_proxy_password", "application/title_items"}));
         file.beginGroup("application");
         QCOMPARE(file.value("window_pos"), QVariant(QPoint(130, 90)));
         QCOMPARE(file.value("window_size"), QVariant(QSize(1050, 560)));
@@ -122,21 +122,13 @@ private slots:
             window.slot_set_modified();
         }
         QCOMPARE(QString::fromUtf8(bytes(newFile())),
-                 QString::fromUtf8(iniFile("application", {"window_pos=@Point(130 90)",
-                                                           "window_size=@Size(1050 560)",
-                                                           "snapshot_delay=15",
-                                                           "enhanced_capture=true",
-                                                           "remember_me=true",
-                                                           "user_name=Ada Lovelace",
-                                                           "email=ada@example.com",
-                                                           "nda=true",
-                                                           "http_destination=http://127.0.0.1:8080/feedback",
-                                                           "http_proxy=true",
-                                                           "http_proxy_server=proxy.local",
-                                                           "http_proxy_port=3128",
-                                                           "http_proxy_username=ada",
-                                                           "http_proxy_password=s3cret",
-                                                           "title_items=Newest title, Older title"})));
+                 QString::fromUtf8(iniFile(
+                     "application",
+                     {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)", "snapshot_delay=15",
+                      "enhanced_capture=true", "remember_me=true", "user_name=Ada Lovelace", "email=ada@example.com",
+                      "nda=true", "http_destination=http://127.0.0.1:8080/feedback", "http_proxy=true",
+                      "http_proxy_server=proxy.local", "http_proxy_port=3128", "http_proxy_username=ada",
+                      "http_proxy_password=s3cret", "title_items=Newest title, Older title"})));
     }
 
     void rawIniTextOfTheSmallestFile()
@@ -148,14 +140,10 @@ private slots:
         }
         // Nothing remembered, no delay typed, no destination, no proxy, no titles: the
         // defaults of the load, and an empty delay written as an empty string.
-        QCOMPARE(bytes(newFile()), iniFile("application", {"window_pos=@Point(40 65)",
-                                                           "window_size=@Size(720 470)",
-                                                           "snapshot_delay=",
-                                                           "enhanced_capture=false",
-                                                           "remember_me=false",
-                                                           "nda=false",
-                                                           "http_proxy=false",
-                                                           "title_items=@Invalid()"}));
+        QCOMPARE(bytes(newFile()),
+                 iniFile("application", {"window_pos=@Point(40 65)", "window_size=@Size(720 470)",
+                                         "snapshot_delay=", "enhanced_capture=false", "remember_me=false", "nda=false",
+                                         "http_proxy=false", "title_items=@Invalid()"}));
         QSettings file(newFile(), QSettings::IniFormat);
         QCOMPARE(file.value("application/title_items").toStringList(), QStringList());
         QCOMPARE(file.value("application/snapshot_delay"), QVariant(QString("")));
@@ -219,8 +207,8 @@ private slots:
         {
             QSettings file(newFile(), QSettings::IniFormat);
             QCOMPARE(file.value("application/http_proxy"), QVariant("false"));
-            for (const char *key : {"http_proxy_server", "http_proxy_port", "http_proxy_username",
-                                    "http_proxy_password"})
+            for (const char *key :
+                 {"http_proxy_server", "http_proxy_port", "http_proxy_username", "http_proxy_password"})
                 QVERIFY2(!file.contains(QString("application/") + key), key);
             QVERIFY(!bytes(newFile()).contains("s3cret"));
         }
@@ -228,8 +216,7 @@ private slots:
         MainWindow window;
         QVERIFY(!widget<QGroupBox>(window, "group_Proxy_Settings")->isChecked());
         widget<QGroupBox>(window, "group_Proxy_Settings")->setChecked(true);
-        for (const char *name : {"line_Proxy_Server", "line_Proxy_Port", "line_Proxy_User_Name",
-                                 "line_Proxy_Password"})
+        for (const char *name : {"line_Proxy_Server", "line_Proxy_Port", "line_Proxy_User_Name", "line_Proxy_Password"})
             QCOMPARE(widget<QLineEdit>(window, name)->text(), QString());
     }
 

@@ -109,7 +109,7 @@ private slots:
         MainWindow window;
         QCOMPARE(MainWindowProbe::configPath(window), newFile());
         QVERIFY(QFileInfo(suite()).isDir()); // created with its parents
-        QVERIFY(!QFile::exists(newFile()));  // nothing written yet
+        QVERIFY(!QFile::exists(newFile())); // nothing written yet
     }
 
     void settingsFileWithBothFiles()
@@ -233,8 +233,8 @@ static void writeGuardChildRecord(const QString &path, QWidget *modal)
     if (!out.open(QIODevice::WriteOnly))
         return;
     QDataStream stream(&out);
-    stream << shown.className << shown.windowTitle << shown.text << shown.icon << shown.buttons
-           << shown.hasWindowIcon << modal->windowIcon().pixmap(32, 32).toImage();
+    stream << shown.className << shown.windowTitle << shown.text << shown.icon << shown.buttons << shown.hasWindowIcon
+           << modal->windowIcon().pixmap(32, 32).toImage();
 }
 
 int main(int argc, char *argv[])

@@ -91,14 +91,12 @@ private slots:
             << QByteArray("[application]\nremember_me=false\nuser_name=Ada\nemail=ada@example.com\n") << defaults;
         QTest::newRow("proxy texts without http_proxy are not read")
             << QByteArray("[application]\nhttp_proxy_server=proxy.local\nhttp_proxy_port=3128\n") << defaults;
-        QTest::newRow("remember_me with no identity keys")
-            << QByteArray("[application]\nremember_me=true\n")
-            << QString(defaults).replace("remember no", "remember yes");
+        QTest::newRow("remember_me with no identity keys") << QByteArray("[application]\nremember_me=true\n")
+                                                           << QString(defaults).replace("remember no", "remember yes");
         QTest::newRow("position off the left and top edges")
             << QByteArray("[application]\nwindow_pos=@Point(-40 -7)\n") << QString(defaults).replace("600,305", "0,0");
-        QTest::newRow("position off the left edge only")
-            << QByteArray("[application]\nwindow_pos=@Point(-1 250)\n")
-            << QString(defaults).replace("600,305", "0,250");
+        QTest::newRow("position off the left edge only") << QByteArray("[application]\nwindow_pos=@Point(-1 250)\n")
+                                                         << QString(defaults).replace("600,305", "0,250");
         QTest::newRow("the default delay is read as it stands")
             << QByteArray("[application]\nsnapshot_delay=2\n") << QString(defaults).replace("delay ''", "delay '2'");
         QTest::newRow("quoted values and one title with a comma")
@@ -127,35 +125,34 @@ private slots:
         QTest::addColumn<int>("variant");
         QTest::addColumn<QByteArray>("expected");
 
-        QTest::newRow("everything")
-            << 0
-            << iniFile("application", {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)",
-                                       "snapshot_delay=15", "enhanced_capture=true", "remember_me=true",
-                                       "user_name=Ada Lovelace", "email=ada@example.com", "nda=true",
-                                       "http_destination=http://127.0.0.1:8080/feedback", "http_proxy=true",
-                                       "http_proxy_server=proxy.local", "http_proxy_port=3128",
-                                       "http_proxy_username=ada", "http_proxy_password=s3cret",
-                                       "title_items=newest, older"});
+        QTest::newRow("everything") << 0
+                                    << iniFile("application",
+                                               {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)",
+                                                "snapshot_delay=15", "enhanced_capture=true", "remember_me=true",
+                                                "user_name=Ada Lovelace", "email=ada@example.com", "nda=true",
+                                                "http_destination=http://127.0.0.1:8080/feedback", "http_proxy=true",
+                                                "http_proxy_server=proxy.local", "http_proxy_port=3128",
+                                                "http_proxy_username=ada", "http_proxy_password=s3cret",
+                                                "title_items=newest, older"});
         QTest::newRow("switches off: identity and proxy texts left out")
             << 1
-            << iniFile("application", {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)",
-                                       "snapshot_delay=15", "enhanced_capture=true", "remember_me=false",
-                                       "nda=true", "http_destination=http://127.0.0.1:8080/feedback",
-                                       "http_proxy=false", "title_items=newest, older"});
+            << iniFile("application", {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)", "snapshot_delay=15",
+                                       "enhanced_capture=true", "remember_me=false", "nda=true",
+                                       "http_destination=http://127.0.0.1:8080/feedback", "http_proxy=false",
+                                       "title_items=newest, older"});
         QTest::newRow("defaults: no delay, no destination, no titles")
             << 2
-            << iniFile("application", {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)",
-                                       "enhanced_capture=false", "remember_me=false", "nda=false",
-                                       "http_proxy=false", "title_items=@Invalid()"});
+            << iniFile("application",
+                       {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)", "enhanced_capture=false",
+                        "remember_me=false", "nda=false", "http_proxy=false", "title_items=@Invalid()"});
         QTest::newRow("an empty delay is written; repeated titles once")
             << 3
-            << iniFile("application", {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)",
-                                       "snapshot_delay=", "enhanced_capture=true", "remember_me=true",
-                                       "user_name=Ada Lovelace", "email=ada@example.com", "nda=true",
-                                       "http_destination=http://127.0.0.1:8080/feedback", "http_proxy=true",
-                                       "http_proxy_server=proxy.local", "http_proxy_port=3128",
-                                       "http_proxy_username=ada", "http_proxy_password=s3cret",
-                                       "title_items=a, A, b"});
+            << iniFile("application",
+                       {"window_pos=@Point(130 90)", "window_size=@Size(1050 560)",
+                        "snapshot_delay=", "enhanced_capture=true", "remember_me=true", "user_name=Ada Lovelace",
+                        "email=ada@example.com", "nda=true", "http_destination=http://127.0.0.1:8080/feedback",
+                        "http_proxy=true", "http_proxy_server=proxy.local", "http_proxy_port=3128",
+                        "http_proxy_username=ada", "http_proxy_password=s3cret", "title_items=a, A, b"});
     }
     void write()
     {

@@ -93,10 +93,7 @@ private slots:
         QCOMPARE(path, native(folder + "/Korvane").toUtf8());
     }
 
-    void unknownKindIsEmpty()
-    {
-        QCOMPARE(QByteArray(SuitePath(7)), QByteArray());
-    }
+    void unknownKindIsEmpty() { QCOMPARE(QByteArray(SuitePath(7)), QByteArray()); }
 };
 
 FB_TEST_MAIN(TestSuitePath)

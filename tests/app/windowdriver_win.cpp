@@ -41,7 +41,7 @@ QList<HWND> visibleTopLevelWindows()
     return windows;
 }
 
-template<typename Match>
+template <typename Match>
 QString waitForFirst(Match matches)
 {
     QString id;

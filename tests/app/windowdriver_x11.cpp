@@ -51,7 +51,8 @@ QString title(const QString &windowId)
 
 QStringList visibleWindowsOf(qint64 pid)
 {
-    const QString found = QString::fromLatin1(run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(pid)}));
+    const QString found =
+        QString::fromLatin1(run("xdotool", {"search", "--onlyvisible", "--pid", QString::number(pid)}));
     return found.split('\n', Qt::SkipEmptyParts);
 }
 
@@ -82,8 +83,9 @@ QString describeStillRunning(qint64 pid)
     QString report = "its visible windows: " + visibleWindowsOf(pid).join(' ');
     report += "\nactive window: " + activeWindow();
     if (!QStandardPaths::findExecutable("gdb").isEmpty())
-        report += "\n" + QString::fromUtf8(run("gdb", {"-p", QString::number(pid), "-batch", "-ex", "thread apply all bt"},
-                                               kEventWaitMs));
+        report += "\n"
+                  + QString::fromUtf8(
+                      run("gdb", {"-p", QString::number(pid), "-batch", "-ex", "thread apply all bt"}, kEventWaitMs));
     return report;
 }
 

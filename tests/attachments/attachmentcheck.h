@@ -23,7 +23,8 @@ inline QImage patternImage(int width, int height)
     QImage image(width, height, QImage::Format_RGB32);
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x)
-            image.setPixel(x, y, qRgb((x * 37 + y * 11) & 0xFF, (x * 5 + y * 71 + 3) & 0xFF, ((x * 113) ^ (y * 29)) & 0xFF));
+            image.setPixel(x, y,
+                           qRgb((x * 37 + y * 11) & 0xFF, (x * 5 + y * 71 + 3) & 0xFF, ((x * 113) ^ (y * 29)) & 0xFF));
     }
     return image;
 }

@@ -68,7 +68,7 @@ int main(int argc, char **argv)
     FILE *out = std::fopen(argv[1], "wb");
     if (!out)
         return 1;
-    const bool written = std::fwrite(&file, sizeof file, 1, out) == 1
-        && std::fwrite(block.data(), 1, block.size(), out) == block.size();
+    const bool written =
+        std::fwrite(&file, sizeof file, 1, out) == 1 && std::fwrite(block.data(), 1, block.size(), out) == block.size();
     return std::fclose(out) == 0 && written ? 0 : 1;
 }

@@ -39,10 +39,9 @@ int main(void)
                 (unsigned int)(x & 0xff) << 16 | (unsigned int)(y & 0xff) << 8 | blue;
         }
     }
-    XImage *image = XCreateImage(display, visual, (unsigned int)depth, ZPixmap, 0, (char *)pixels,
-                                 (unsigned int)width, (unsigned int)height, 32, 0);
-    const Pixmap pixmap = XCreatePixmap(display, root, (unsigned int)width, (unsigned int)height,
-                                        (unsigned int)depth);
+    XImage *image = XCreateImage(display, visual, (unsigned int)depth, ZPixmap, 0, (char *)pixels, (unsigned int)width,
+                                 (unsigned int)height, 32, 0);
+    const Pixmap pixmap = XCreatePixmap(display, root, (unsigned int)width, (unsigned int)height, (unsigned int)depth);
     GC gc = XCreateGC(display, pixmap, 0, NULL);
     XPutImage(display, pixmap, gc, image, 0, 0, 0, 0, (unsigned int)width, (unsigned int)height);
     XSetWindowBackgroundPixmap(display, root, pixmap);

@@ -46,9 +46,8 @@ private slots:
         QCOMPARE(ask.question("Proceed?", true), expected);
         QCOMPARE(answerer.seen().size(), 1);
         const ModalSnapshot shown = answerer.seen().first();
-        const QMap<QString, int> roles{{"Yes", QMessageBox::YesRole},
-                                       {"No", QMessageBox::NoRole},
-                                       {"Cancel", QMessageBox::RejectRole}};
+        const QMap<QString, int> roles{
+            {"Yes", QMessageBox::YesRole}, {"No", QMessageBox::NoRole}, {"Cancel", QMessageBox::RejectRole}};
         QCOMPARE(shown.buttonRoles, roles);
         QCOMPARE(shown.icon, int(QMessageBox::Question));
         QCOMPARE(shown.windowTitle, QString("The title"));
@@ -84,9 +83,8 @@ private slots:
         answerer.clickButton("Later");
         Ask ask(&parentWidget, "T", icon);
         QCOMPARE(ask.question("Q", true, false, {"Now", "Later", "Never", "Ignored"}), 1);
-        const QMap<QString, int> roles{{"Now", QMessageBox::YesRole},
-                                       {"Later", QMessageBox::NoRole},
-                                       {"Never", QMessageBox::RejectRole}};
+        const QMap<QString, int> roles{
+            {"Now", QMessageBox::YesRole}, {"Later", QMessageBox::NoRole}, {"Never", QMessageBox::RejectRole}};
         QCOMPARE(answerer.seen().first().buttonRoles, roles); // the fourth label is dropped
         QCOMPARE(answerer.seen().first().defaultButton, QString("Never"));
     }

@@ -138,10 +138,14 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("file");
-        QTest::newRow("Bug & crash?") << "Bug & crash?" << "Bug_and_crash_.png";
-        QTest::newRow("a & b!") << "a & b!" << "a_and_b_.png";
-        QTest::newRow("every replaced sign") << "x*y?z$w!v u&&t" << "x_y_z_w_v_uandandt.png";
-        QTest::newRow("kept signs") << "50%1 (copy).v2" << "50%1_(copy).v2.png";
+        QTest::newRow("Bug & crash?") << "Bug & crash?"
+                                      << "Bug_and_crash_.png";
+        QTest::newRow("a & b!") << "a & b!"
+                                << "a_and_b_.png";
+        QTest::newRow("every replaced sign") << "x*y?z$w!v u&&t"
+                                             << "x_y_z_w_v_uandandt.png";
+        QTest::newRow("kept signs") << "50%1 (copy).v2"
+                                    << "50%1_(copy).v2.png";
     }
     void namesAreSanitised()
     {
@@ -274,7 +278,8 @@ private slots:
             for (int x = 0; x < 512; ++x) {
                 const QRgb a = previewImage.pixel(x, y);
                 const QRgb b = reference.pixel(x, y);
-                worst = qMax(worst, qMax(qAbs(qRed(a) - qRed(b)), qMax(qAbs(qGreen(a) - qGreen(b)), qAbs(qBlue(a) - qBlue(b)))));
+                worst = qMax(
+                    worst, qMax(qAbs(qRed(a) - qRed(b)), qMax(qAbs(qGreen(a) - qGreen(b)), qAbs(qBlue(a) - qBlue(b)))));
             }
         }
         QVERIFY2(worst <= 6, qPrintable(QString::number(worst)));

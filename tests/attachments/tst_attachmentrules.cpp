@@ -54,11 +54,16 @@ private slots:
     {
         QTest::addColumn<QString>("given");
         QTest::addColumn<QString>("base");
-        QTest::newRow("plain") << "Crash" << "Crash";
-        QTest::newRow("ampersand") << "Tom & Jerry" << "Tom_and_Jerry";
-        QTest::newRow("each special once") << "a*b?c$d!e f" << "a_b_c_d_e_f";
-        QTest::newRow("others stay") << "x/y\\z:#%" << "x/y\\z:#%";
-        QTest::newRow("empty") << "" << "";
+        QTest::newRow("plain") << "Crash"
+                               << "Crash";
+        QTest::newRow("ampersand") << "Tom & Jerry"
+                                   << "Tom_and_Jerry";
+        QTest::newRow("each special once") << "a*b?c$d!e f"
+                                           << "a_b_c_d_e_f";
+        QTest::newRow("others stay") << "x/y\\z:#%"
+                                     << "x/y\\z:#%";
+        QTest::newRow("empty") << ""
+                               << "";
     }
     void imageEntryNames()
     {

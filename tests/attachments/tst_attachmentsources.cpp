@@ -96,8 +96,14 @@ private:
         return files->filePath(name);
     }
 
-    QPushButton *button(const char *name) const { return MainWindowProbe::widget<QPushButton>(*window, name); }
-    QTabWidget *tabs() const { return MainWindowProbe::widget<QTabWidget>(*window, "tabWidget"); }
+    QPushButton *button(const char *name) const
+    {
+        return MainWindowProbe::widget<QPushButton>(*window, name);
+    }
+    QTabWidget *tabs() const
+    {
+        return MainWindowProbe::widget<QTabWidget>(*window, "tabWidget");
+    }
 
     static QMimeData *uriList(const QStringList &paths)
     {

@@ -36,8 +36,8 @@ private:
         window->move(20, 20);
         window->show();
         QVERIFY(QTest::qWaitForWindowExposed(window.get(), kEventWaitMs));
-        QVERIFY(QTest::qWaitFor(
-            [&] { return window->windowHandle()->screen() == QGuiApplication::screens().at(0); }, kEventWaitMs));
+        QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->screen() == QGuiApplication::screens().at(0); },
+                                kEventWaitMs));
     }
 
     void takeScreenShot()
@@ -64,8 +64,8 @@ private slots:
         QTest::addColumn<int>("screen");
         QTest::addColumn<QRect>("selection"); // global; dragged from top-left to bottom-right + (1, 1)
         QTest::addColumn<QString>("name");
-        QTest::newRow("second screen, window on the first") << QPoint(1200, 300) << 1 << QRect(900, 100, 200, 150)
-                                                            << "second screen";
+        QTest::newRow("second screen, window on the first")
+            << QPoint(1200, 300) << 1 << QRect(900, 100, 200, 150) << "second screen";
         QTest::newRow("first screen") << QPoint(700, 500) << 0 << QRect(700, 500, 60, 60) << "first screen";
     }
 

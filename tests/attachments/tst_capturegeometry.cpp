@@ -113,8 +113,7 @@ private slots:
         QTest::newRow("800x600 9x11: corners") << QRect(0, 0, 800, 600) << QSize(9, 11) << true << "0246";
         QTest::newRow("800x600 8x11: none") << QRect(0, 0, 800, 600) << QSize(8, 11) << false << "";
         QTest::newRow("800x600 13x16: all eight") << QRect(0, 0, 800, 600) << QSize(13, 16) << true << "01234567";
-        QTest::newRow("second screen, same rules") << QRect(1920, 0, 1920, 1080) << QSize(31, 28) << true
-                                                   << "01234567";
+        QTest::newRow("second screen, same rules") << QRect(1920, 0, 1920, 1080) << QSize(31, 28) << true << "01234567";
     }
 
     void handleThresholds()
@@ -189,13 +188,13 @@ private slots:
         QTest::newRow("1080p 62x32, text 42x13: too narrow") << kFullHd << QSize(62, 32) << QSize(42, 13) << false;
         QTest::newRow("1080p 63x31, text 42x13: too low") << kFullHd << QSize(63, 31) << QSize(42, 13) << false;
         QTest::newRow("1080p 63x32, text 42x13: shown") << kFullHd << QSize(63, 32) << QSize(42, 13) << true;
-        QTest::newRow("1080p 300x200, text 280x182: too narrow") << kFullHd << QSize(300, 200) << QSize(280, 182)
-                                                                 << false;
+        QTest::newRow("1080p 300x200, text 280x182: too narrow")
+            << kFullHd << QSize(300, 200) << QSize(280, 182) << false;
         QTest::newRow("1080p 300x200, text 279x181: shown") << kFullHd << QSize(300, 200) << QSize(279, 181) << true;
-        QTest::newRow("2160p 82x50, text 42x13: too narrow") << QRect(0, 0, 3840, 2160) << QSize(82, 50)
-                                                             << QSize(42, 13) << false;
-        QTest::newRow("2160p 83x50, text 42x13: shown") << QRect(0, 0, 3840, 2160) << QSize(83, 50) << QSize(42, 13)
-                                                        << true;
+        QTest::newRow("2160p 82x50, text 42x13: too narrow")
+            << QRect(0, 0, 3840, 2160) << QSize(82, 50) << QSize(42, 13) << false;
+        QTest::newRow("2160p 83x50, text 42x13: shown")
+            << QRect(0, 0, 3840, 2160) << QSize(83, 50) << QSize(42, 13) << true;
     }
 
     void labelThreshold()
@@ -218,8 +217,8 @@ private slots:
         // right = left + 2m + tw, bottom = top + 2m + th.
         QTest::newRow("1080p 63x32") << kFullHd << QRect(0, 0, 63, 32) << QSize(42, 13)
                                      << QRect(QPoint(7, 7), QPoint(54, 25));
-        QTest::newRow("1080p 300x200 at 100,50") << kFullHd << QRect(100, 50, 300, 200) << QSize(49, 14)
-                                                 << QRect(QPoint(223, 140), QPoint(277, 159));
+        QTest::newRow("1080p 300x200 at 100,50")
+            << kFullHd << QRect(100, 50, 300, 200) << QSize(49, 14) << QRect(QPoint(223, 140), QPoint(277, 159));
         QTest::newRow("2160p 400x300") << QRect(0, 0, 3840, 2160) << QRect(0, 0, 400, 300) << QSize(49, 14)
                                        << QRect(QPoint(170, 137), QPoint(230, 162));
     }
@@ -280,8 +279,8 @@ private slots:
             << QPoint(100, 250) << QPoint(300, 100) << QRect(QPoint(100, 250), QPoint(299, 99)) << QSize(640, 480);
         QTest::newRow("horizontal drag: whole picture")
             << QPoint(100, 100) << QPoint(300, 100) << QRect(QPoint(100, 100), QPoint(299, 99)) << QSize(640, 480);
-        QTest::newRow("beyond the picture: clipped") << QPoint(600, 400) << QPoint(700, 500)
-                                                     << QRect(600, 400, 100, 100) << QSize(40, 80);
+        QTest::newRow("beyond the picture: clipped")
+            << QPoint(600, 400) << QPoint(700, 500) << QRect(600, 400, 100, 100) << QSize(40, 80);
     }
 
     void plainSelection()
@@ -348,22 +347,22 @@ private slots:
         QTest::newRow("shift+up shrinks") << band << int(Qt::Key_Up) << true << QRect(100, 100, 200, 99);
         QTest::newRow("other key") << band << int(Qt::Key_A) << false << band;
         QTest::newRow("other key with shift") << band << int(Qt::Key_Return) << true << band;
-        QTest::newRow("left at the left edge") << QRect(0, 5, 50, 50) << int(Qt::Key_Left) << false
-                                               << QRect(0, 5, 50, 50);
+        QTest::newRow("left at the left edge")
+            << QRect(0, 5, 50, 50) << int(Qt::Key_Left) << false << QRect(0, 5, 50, 50);
         QTest::newRow("up at the top edge") << QRect(5, 0, 50, 50) << int(Qt::Key_Up) << false << QRect(5, 0, 50, 50);
-        QTest::newRow("right at the right edge") << QRect(1870, 5, 50, 50) << int(Qt::Key_Right) << false
-                                                 << QRect(1870, 5, 50, 50);
-        QTest::newRow("down at the bottom edge") << QRect(5, 1030, 50, 50) << int(Qt::Key_Down) << false
-                                                 << QRect(5, 1030, 50, 50);
-        QTest::newRow("shift+right at the right edge") << QRect(1870, 5, 50, 50) << int(Qt::Key_Right) << true
-                                                       << QRect(1870, 5, 50, 50);
-        QTest::newRow("shift+down at the bottom edge") << QRect(5, 1030, 50, 50) << int(Qt::Key_Down) << true
-                                                       << QRect(5, 1030, 50, 50);
-        QTest::newRow("shift+left at one pixel") << QRect(5, 5, 1, 50) << int(Qt::Key_Left) << true
-                                                 << QRect(5, 5, 1, 50);
+        QTest::newRow("right at the right edge")
+            << QRect(1870, 5, 50, 50) << int(Qt::Key_Right) << false << QRect(1870, 5, 50, 50);
+        QTest::newRow("down at the bottom edge")
+            << QRect(5, 1030, 50, 50) << int(Qt::Key_Down) << false << QRect(5, 1030, 50, 50);
+        QTest::newRow("shift+right at the right edge")
+            << QRect(1870, 5, 50, 50) << int(Qt::Key_Right) << true << QRect(1870, 5, 50, 50);
+        QTest::newRow("shift+down at the bottom edge")
+            << QRect(5, 1030, 50, 50) << int(Qt::Key_Down) << true << QRect(5, 1030, 50, 50);
+        QTest::newRow("shift+left at one pixel")
+            << QRect(5, 5, 1, 50) << int(Qt::Key_Left) << true << QRect(5, 5, 1, 50);
         QTest::newRow("shift+up at one pixel") << QRect(5, 5, 50, 1) << int(Qt::Key_Up) << true << QRect(5, 5, 50, 1);
-        QTest::newRow("moved off screen by the label comes back") << QRect(-89, -39, 200, 100) << int(Qt::Key_Right)
-                                                                   << false << QRect(0, 0, 200, 100);
+        QTest::newRow("moved off screen by the label comes back")
+            << QRect(-89, -39, 200, 100) << int(Qt::Key_Right) << false << QRect(0, 0, 200, 100);
     }
 
     void nudge()
@@ -382,12 +381,11 @@ private slots:
         QTest::addColumn<QRect>("device");
         QTest::newRow("ratio 1") << QRect(10, 20, 101, 51) << qreal(1) << QRect(10, 20, 101, 51);
         QTest::newRow("ratio 2") << QRect(10, 20, 101, 51) << qreal(2) << QRect(20, 40, 202, 102);
-        QTest::newRow("ratio 1.5, halves round up") << QRect(10, 20, 101, 51) << qreal(1.5)
-                                                    << QRect(15, 30, 152, 77);
+        QTest::newRow("ratio 1.5, halves round up") << QRect(10, 20, 101, 51) << qreal(1.5) << QRect(15, 30, 152, 77);
         QTest::newRow("ratio 1.5, odd origin") << QRect(11, 21, 100, 50) << qreal(1.5) << QRect(17, 32, 150, 75);
         QTest::newRow("ratio 1.25") << QRect(3, 3, 4, 4) << qreal(1.25) << QRect(4, 4, 5, 5);
-        QTest::newRow("empty stays empty") << QRect(QPoint(300, 250), QPoint(99, 99)) << qreal(2)
-                                           << QRect(QPoint(300, 250), QPoint(99, 99));
+        QTest::newRow("empty stays empty")
+            << QRect(QPoint(300, 250), QPoint(99, 99)) << qreal(2) << QRect(QPoint(300, 250), QPoint(99, 99));
     }
 
     void devicePixels()

@@ -113,10 +113,7 @@ private:
     }
 
 private slots:
-    void initTestCase()
-    {
-        QCOMPARE(QGuiApplication::platformName(), QString(kPlatform));
-    }
+    void initTestCase() { QCOMPARE(QGuiApplication::platformName(), QString(kPlatform)); }
 
     void init()
     {

@@ -74,8 +74,8 @@ bool selectWithRealPointer(ScreenShot &overlay, const QRect &rect)
     const QPoint from = rect.topLeft();
     const QPoint to = rect.bottomRight();
     return QTest::qWaitFor([&] { return overlay.isActiveWindow(); }, kEventWaitMs)
-           && xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1",
-                       "mousemove", QString::number(to.x()), QString::number(to.y()), "mouseup", "1"})
+           && xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1", "mousemove",
+                       QString::number(to.x()), QString::number(to.y()), "mouseup", "1"})
            && QTest::qWaitFor([&] { return overlay.rubberBand()->geometry() == rect; }, kEventWaitMs);
 }
 
@@ -373,9 +373,13 @@ private slots:
 
         const QImage image = band->grab().toImage().convertToFormat(QImage::Format_RGB32);
         // Inside each handle: dark cyan (none is hovered); the outline is black.
-        const QList<QPoint> insides{{5, 4}, {size.width() / 2, 4}, {size.width() - 5, 4},
-                                    {size.width() - 5, size.height() / 2}, {size.width() - 5, size.height() - 5},
-                                    {size.width() / 2, size.height() - 5}, {5, size.height() - 5},
+        const QList<QPoint> insides{{5, 4},
+                                    {size.width() / 2, 4},
+                                    {size.width() - 5, 4},
+                                    {size.width() - 5, size.height() / 2},
+                                    {size.width() - 5, size.height() - 5},
+                                    {size.width() / 2, size.height() - 5},
+                                    {5, size.height() - 5},
                                     {5, size.height() / 2}};
         for (int zone = 0; zone < 8; ++zone) {
             const bool shown = zones.contains(QString::number(zone));

@@ -65,8 +65,7 @@ private slots:
         pattern = std::make_unique<PatternWindow>(screen);
         pattern->showFullScreen();
         QVERIFY(QTest::qWaitForWindowExposed(pattern.get(), kEventWaitMs));
-        QVERIFY(QTest::qWaitFor([&] { return pattern->mapToGlobal(QPoint(0, 0)) == screen.topLeft(); },
-                                kEventWaitMs));
+        QVERIFY(QTest::qWaitFor([&] { return pattern->mapToGlobal(QPoint(0, 0)) == screen.topLeft(); }, kEventWaitMs));
     }
 
     void shotIsOnTheClipboardForOtherPrograms()

@@ -218,8 +218,8 @@ private slots:
         OverlayWatcher watcher([&](ScreenShot *) {
             pinnedDuringOverlay = pinned();
             minimisedDuringOverlay = window->isMinimized() && !window->windowHandle()->isExposed();
-            xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "200", "170", "mousemove", "300",
-                     "250", "mouseup", "1"});
+            xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "200", "170", "mousemove", "300", "250",
+                     "mouseup", "1"});
         });
 
         takeScreenShot();
@@ -287,8 +287,8 @@ private slots:
         bool endedOnLeftRelease = true;
         bool bandShownAfterLeftRelease = false;
         OverlayWatcher watcher([&](ScreenShot *overlay) {
-            xdotool({"mousemove", "500", "400", "mousedown", "1", "mousemove", "600", "500", "mousemove", "700",
-                     "600", "mouseup", "1"});
+            xdotool({"mousemove", "500", "400", "mousedown", "1", "mousemove", "600", "500", "mousemove", "700", "600",
+                     "mouseup", "1"});
             // Look again once the overlay has seen the release, then accept.
             QTimer::singleShot(300, overlay, [&, overlay] {
                 endedOnLeftRelease = overlay->hasEnded();

@@ -74,10 +74,12 @@ public:
         }
         m_server.reset();
         // Let Qt notice that the owner is gone before the next test looks.
-        (void)QTest::qWaitFor([] {
-            const QMimeData *data = QGuiApplication::clipboard()->mimeData();
-            return !data || data->formats().isEmpty();
-        }, kEventWaitMs);
+        (void)QTest::qWaitFor(
+            [] {
+                const QMimeData *data = QGuiApplication::clipboard()->mimeData();
+                return !data || data->formats().isEmpty();
+            },
+            kEventWaitMs);
     }
 
 private:

@@ -20,8 +20,8 @@ const QByteArray kHosts = "127.0.0.1 localhost\n"
 
 const QString kValidating = QStringLiteral("(validating email...standby...)");
 const QString kBadlyFormed = QStringLiteral("Your email address is incorrectly formatted.");
-const QString kNotFound = QStringLiteral(
-    "Your email address could not be validated.  Please verify that the domain was entered correctly.");
+const QString kNotFound =
+    QStringLiteral("Your email address could not be validated.  Please verify that the domain was entered correctly.");
 const QString kRed = QStringLiteral("color: rgb(255, 0, 0);");
 const QString kGreenBackground = QStringLiteral("background-color: rgb(245, 255, 245);");
 const QString kRedBackground = QStringLiteral("background-color: rgb(255, 245, 245);");
@@ -61,10 +61,7 @@ class TestEmailCheck : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        TestEnvironment::instance().forgetSettings();
-    }
+    void init() { TestEnvironment::instance().forgetSettings(); }
 
     void initTestCase()
     {
@@ -109,7 +106,8 @@ private slots:
         checkDisplay(f, wellFormed ? kValidating : kBadlyFormed, !wellFormed);
         QCOMPARE(f.email->styleSheet(), wellFormed ? QString() : kRedBackground);
         QVERIFY(waitForAnswer(window));
-        QCOMPARE(MainWindowProbe::hostInfo(window).error(), wellFormed ? QHostInfo::HostNotFound : QHostInfo::UnknownError);
+        QCOMPARE(MainWindowProbe::hostInfo(window).error(),
+                 wellFormed ? QHostInfo::HostNotFound : QHostInfo::UnknownError);
     }
 
     void editStartsTheTimerOnlyWhenWellFormed_data()
@@ -175,7 +173,8 @@ private slots:
         MainWindow window;
         FormWidgets f(window);
         // Start from another state, so that every column is seen to change.
-        f.email->setText(address.isEmpty() || flagged ? QStringLiteral("ann@found.test") : QStringLiteral("ann@nowhere"));
+        f.email->setText(address.isEmpty() || flagged ? QStringLiteral("ann@found.test")
+                                                      : QStringLiteral("ann@nowhere"));
         f.emailTimerFires();
         QVERIFY(waitForAnswer(window));
 

@@ -18,8 +18,8 @@ Q_DECLARE_METATYPE(DnsResponder::Reply)
 namespace {
 
 const QString kValidating = QStringLiteral("(validating email...standby...)");
-const QString kNotFound = QStringLiteral(
-    "Your email address could not be validated.  Please verify that the domain was entered correctly.");
+const QString kNotFound =
+    QStringLiteral("Your email address could not be validated.  Please verify that the domain was entered correctly.");
 
 bool waitForAnswer(const MainWindow &window)
 {
@@ -40,17 +40,15 @@ class TestEmailCheckDns : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        TestEnvironment::instance().forgetSettings();
-    }
+    void init() { TestEnvironment::instance().forgetSettings(); }
 
     void initTestCase()
     {
         QVERIFY2(PrivateResolver::active(), qPrintable(PrivateResolver::failure()));
         const QHostAddress server(PrivateResolver::nameServerAddress());
-        QVERIFY2(m_dns.listen(server, 53),
-                 qPrintable(QStringLiteral("cannot listen on %1 port 53: %2").arg(server.toString(), m_dns.errorString())));
+        QVERIFY2(
+            m_dns.listen(server, 53),
+            qPrintable(QStringLiteral("cannot listen on %1 port 53: %2").arg(server.toString(), m_dns.errorString())));
 
         m_dns.answer(QStringLiteral("probe.test"), DnsResponder::Reply::Records, {QHostAddress("10.9.8.7")});
         QHostInfo probe;
@@ -69,9 +67,10 @@ private slots:
         QTest::newRow("address record") << "records.test" << DnsResponder::Reply::Records << int(QHostInfo::NoError);
         QTest::newRow("no error, empty answer")
             << "empty.test" << DnsResponder::Reply::NoRecords << int(QHostInfo::HostNotFound);
-        QTest::newRow("name error") << "nxdomain.test" << DnsResponder::Reply::NameError << int(QHostInfo::HostNotFound);
-        QTest::newRow("server failure")
-            << "servfail.test" << DnsResponder::Reply::ServerFailure << int(QHostInfo::UnknownError);
+        QTest::newRow("name error") << "nxdomain.test" << DnsResponder::Reply::NameError
+                                    << int(QHostInfo::HostNotFound);
+        QTest::newRow("server failure") << "servfail.test" << DnsResponder::Reply::ServerFailure
+                                        << int(QHostInfo::UnknownError);
     }
     void answers()
     {
@@ -130,8 +129,9 @@ private slots:
         const QList<DnsResponder::Question> asked = m_dns.questionsFor(QStringLiteral("timer.test"));
         QVERIFY(!asked.isEmpty());
         // Qt's default coarse timers may fire up to 5 % early.
-        QVERIFY2(asked.first().receivedAt - lastEdit >= 1900,
-                 qPrintable(QStringLiteral("asked %1 ms after the last edit").arg(asked.first().receivedAt - lastEdit)));
+        QVERIFY2(
+            asked.first().receivedAt - lastEdit >= 1900,
+            qPrintable(QStringLiteral("asked %1 ms after the last edit").arg(asked.first().receivedAt - lastEdit)));
 
         QTest::qWait(2500);
         QCOMPARE(timeouts, 1);

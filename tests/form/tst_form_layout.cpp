@@ -40,50 +40,49 @@
 
 namespace {
 
-const QString kBugStyle = QStringLiteral(
-    "QPushButton#button_Bug_Report:!pressed {\n"
-    "background-color: rgb(232,164,19);\n"
-    "border-radius: 10px;\n"
-    "border-color: rgb(232, 164,19);\n"
-    "min-width: 10em;\n"
-    "padding: 6px;\n"
-    "color: rgb(255, 255, 255);\n"
-    "}\n"
-    "\n"
-    "QPushButton#button_Bug_Report:pressed {\n"
-    "background-color: rgb(202,134,0);\n"
-    "border-radius: 10px;\n"
-    "border-color: rgb(202,134,0);\n"
-    "min-width: 10em;\n"
-    "padding: 6px;\n"
-    "color: rgb(255, 255, 255);\n"
-    "}");
+const QString kBugStyle = QStringLiteral("QPushButton#button_Bug_Report:!pressed {\n"
+                                         "background-color: rgb(232,164,19);\n"
+                                         "border-radius: 10px;\n"
+                                         "border-color: rgb(232, 164,19);\n"
+                                         "min-width: 10em;\n"
+                                         "padding: 6px;\n"
+                                         "color: rgb(255, 255, 255);\n"
+                                         "}\n"
+                                         "\n"
+                                         "QPushButton#button_Bug_Report:pressed {\n"
+                                         "background-color: rgb(202,134,0);\n"
+                                         "border-radius: 10px;\n"
+                                         "border-color: rgb(202,134,0);\n"
+                                         "min-width: 10em;\n"
+                                         "padding: 6px;\n"
+                                         "color: rgb(255, 255, 255);\n"
+                                         "}");
 
-const QString kFeatureStyle = QStringLiteral(
-    "QPushButton#button_Feature_Request:!pressed {\n"
-    "background-color: rgb(19, 149, 232);\n"
-    "border-radius: 10px;\n"
-    "border-color: rgb(19, 149, 232);\n"
-    "min-width: 10em;\n"
-    "padding: 6px;\n"
-    "color: rgb(255, 255, 255);\n"
-    "}\n"
-    "\n"
-    "QPushButton#button_Feature_Request:pressed {\n"
-    "background-color: rgb(0, 119, 202);\n"
-    "border-radius: 10px;\n"
-    "border-color: rgb(0, 119, 202);\n"
-    "min-width: 10em;\n"
-    "padding: 6px;\n"
-    "color: rgb(255, 255, 255);\n"
-    "}\n");
+const QString kFeatureStyle = QStringLiteral("QPushButton#button_Feature_Request:!pressed {\n"
+                                             "background-color: rgb(19, 149, 232);\n"
+                                             "border-radius: 10px;\n"
+                                             "border-color: rgb(19, 149, 232);\n"
+                                             "min-width: 10em;\n"
+                                             "padding: 6px;\n"
+                                             "color: rgb(255, 255, 255);\n"
+                                             "}\n"
+                                             "\n"
+                                             "QPushButton#button_Feature_Request:pressed {\n"
+                                             "background-color: rgb(0, 119, 202);\n"
+                                             "border-radius: 10px;\n"
+                                             "border-color: rgb(0, 119, 202);\n"
+                                             "min-width: 10em;\n"
+                                             "padding: 6px;\n"
+                                             "color: rgb(255, 255, 255);\n"
+                                             "}\n");
 
 const QString kIntroLineStyle = QStringLiteral("color: rgb(48, 48, 48);");
 
 const QString kBugCaption = QStringLiteral(
     "<html><head/><body><p align=\"center\"><span style=\"color: rgb(255, 255, 255); font-family:'MS Sans Serif'; "
     "font-style:normal;\"><font size=\"+3\">Bug Report</font></span></p><p align=\"center\"><span style=\" color: "
-    "rgb(255, 255, 255); font-family:'MS Sans Serif'; font-style:normal;\">(Crashes / Issues)</span></p></body></html>");
+    "rgb(255, 255, 255); font-family:'MS Sans Serif'; font-style:normal;\">(Crashes / "
+    "Issues)</span></p></body></html>");
 
 const QString kFeatureCaption = QStringLiteral(
     "<html><head/><body><p align=\"center\"><span style=\"color: rgb(255, 255, 255); font-family:'MS Sans Serif'; "
@@ -98,9 +97,9 @@ const QString kSettingsNote = QStringLiteral(
     "these settings if you have a special need.</span></p><p align=\"center\"><span style=\" "
     "font-size:12pt;\">The defaults should be used for most situations.</span></p></body></html>");
 
-const QString kVideoLink = QStringLiteral(
-    "<html><head/><body><p><a href=\"https://videos.korvane3d.com/watch/feedback-agent-tips\"><img "
-    "src=\":/images/FB_video_logo.jpg\"/></a></p></body></html>");
+const QString kVideoLink =
+    QStringLiteral("<html><head/><body><p><a href=\"https://videos.korvane3d.com/watch/feedback-agent-tips\"><img "
+                   "src=\":/images/FB_video_logo.jpg\"/></a></p></body></html>");
 
 const QString kFullTitle = QStringLiteral("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
 
@@ -116,9 +115,8 @@ QHash<QString, QString> formToolTips()
          "<html><head/><body><p>Please enter a detailed description of the issue here.  If this issue deals with "
          "Scripting, code snippets may be included here, but full script files should be attached to the "
          "report.</p></body></html>"},
-        {"button_Attach_File",
-         "<html><head/><body><p>Select a file to attach to the report.  The file may be text or "
-         "binary.</p></body></html>"},
+        {"button_Attach_File", "<html><head/><body><p>Select a file to attach to the report.  The file may be text or "
+                               "binary.</p></body></html>"},
         {"button_Remove_Entry",
          "<html><head/><body><p>Remove the selected entry from the attachments.</p></body></html>"},
         {"button_Clear_All", "<html><head/><body><p>Clear all attachments from the report.</p></body></html>"},
@@ -254,15 +252,51 @@ const std::vector<FormWidget> &formWidgets()
 const QStringList &productAreas()
 {
     static const QStringList areas = {
-        "Animation",         "Asset Browser",     "Audio",            "Cameras",          "Cloth Simulation",
-        "Content Library",   "Crashes / Hangs",   "Documentation",    "Dynamics",         "Export",
-        "Fur and Hair",      "Geometry Editing",  "Import",           "Installation",     "Interface",
-        "Keyframes",         "Licensing",         "Lights",           "Materials",        "Modeling",
-        "Morphs",            "Motion Capture",    "Network Rendering", "Node Editor",     "Particles",
-        "Performance",       "Physics",           "Plug-ins",         "Posing",           "Python Scripting",
-        "Render Settings",   "Rendering",         "Rigging",          "Scene Management", "Sculpting",
-        "Shaders",           "Skinning",          "Terrain",          "Textures",         "Timeline",
-        "UV Mapping",        "Undo / Redo",       "Viewport",         "Volumetrics",      "Web Export",
+        "Animation",
+        "Asset Browser",
+        "Audio",
+        "Cameras",
+        "Cloth Simulation",
+        "Content Library",
+        "Crashes / Hangs",
+        "Documentation",
+        "Dynamics",
+        "Export",
+        "Fur and Hair",
+        "Geometry Editing",
+        "Import",
+        "Installation",
+        "Interface",
+        "Keyframes",
+        "Licensing",
+        "Lights",
+        "Materials",
+        "Modeling",
+        "Morphs",
+        "Motion Capture",
+        "Network Rendering",
+        "Node Editor",
+        "Particles",
+        "Performance",
+        "Physics",
+        "Plug-ins",
+        "Posing",
+        "Python Scripting",
+        "Render Settings",
+        "Rendering",
+        "Rigging",
+        "Scene Management",
+        "Sculpting",
+        "Shaders",
+        "Skinning",
+        "Terrain",
+        "Textures",
+        "Timeline",
+        "UV Mapping",
+        "Undo / Redo",
+        "Viewport",
+        "Volumetrics",
+        "Web Export",
         "Other",
     };
     return areas;
@@ -291,8 +325,7 @@ QString describeItem(QLayoutItem *item)
         QString kind = QStringLiteral("spacer");
         if (policy.horizontalPolicy() == QSizePolicy::Expanding && policy.verticalPolicy() == QSizePolicy::Minimum)
             kind = QStringLiteral("hspacer");
-        else if (policy.horizontalPolicy() == QSizePolicy::Minimum
-                 && policy.verticalPolicy() == QSizePolicy::Expanding)
+        else if (policy.horizontalPolicy() == QSizePolicy::Minimum && policy.verticalPolicy() == QSizePolicy::Expanding)
             kind = QStringLiteral("vspacer");
         return QStringLiteral("%1 %2x%3").arg(kind).arg(spacer->sizeHint().width()).arg(spacer->sizeHint().height());
     }
@@ -424,10 +457,7 @@ private slots:
         QVERIFY(window->findChild<QWidget *>(QStringLiteral("centralWidget"))->isAncestorOf(widget));
     }
 
-    void widgetCount()
-    {
-        QCOMPARE(int(formWidgets().size()), 78);
-    }
+    void widgetCount() { QCOMPARE(int(formWidgets().size()), 78); }
 
     void noOtherNamedWidgets()
     {
@@ -475,15 +505,14 @@ private slots:
         const QString h40 = QStringLiteral("hspacer 40x20");
         const auto row = [](const char *name, const char *cls, const char *owner, bool ownerIsWidget,
                             const QStringList &items) {
-            QTest::newRow(name) << QString::fromLatin1(name) << QString::fromLatin1(cls)
-                                << QString::fromLatin1(owner) << ownerIsWidget << items;
+            QTest::newRow(name) << QString::fromLatin1(name) << QString::fromLatin1(cls) << QString::fromLatin1(owner)
+                                << ownerIsWidget << items;
         };
 
         row("verticalLayout_10", "QVBoxLayout", "centralWidget", true, {"verticalLayout_8", "progressBar"});
         row("verticalLayout_8", "QVBoxLayout", "verticalLayout_10", false,
             {"layout_banner_main_2", "layout_banner_bug_2", "layout_banner_feature_2", "label_Intro_Line_1",
-             "label_Intro_Line_2", "layout_selecting_buttons_2", "tabWidget", "vspacer 20x40",
-             "horizontalLayout_12"});
+             "label_Intro_Line_2", "layout_selecting_buttons_2", "tabWidget", "vspacer 20x40", "horizontalLayout_12"});
         row("layout_banner_main", "QHBoxLayout", "layout_banner_main_2", true, {h40, "label_Banner", h40});
         row("layout_banner_bug", "QHBoxLayout", "layout_banner_bug_2", true, {h40, "label_Banner_Bug_Report", h40});
         row("layout_banner_feature", "QHBoxLayout", "layout_banner_feature_2", true,
@@ -509,8 +538,7 @@ private slots:
 
         // page 1
         row("verticalLayout_13", "QVBoxLayout", "tab_6", true,
-            {"horizontalLayout_3", "horizontalLayout_4", "horizontalLayout", "horizontalLayout_26",
-             "vspacer 20x156"});
+            {"horizontalLayout_3", "horizontalLayout_4", "horizontalLayout", "horizontalLayout_26", "vspacer 20x156"});
         row("horizontalLayout_3", "QHBoxLayout", "verticalLayout_13", false, {"label_13", "label", "line_Name"});
         row("horizontalLayout_4", "QHBoxLayout", "verticalLayout_13", false, {"label_14", "label_2", "line_Email"});
         row("horizontalLayout", "QHBoxLayout", "verticalLayout_13", false,
@@ -525,8 +553,7 @@ private slots:
         row("verticalLayout_9", "QVBoxLayout", "horizontalLayout_7", false,
             {"horizontalLayout_9", "horizontalLayout_10", "vspacer 20x40"});
         row("horizontalLayout_9", "QHBoxLayout", "verticalLayout_9", false, {"label_8", "line_Build"});
-        row("horizontalLayout_10", "QHBoxLayout", "verticalLayout_9", false,
-            {"label_9", "check_Include_System_Info"});
+        row("horizontalLayout_10", "QHBoxLayout", "verticalLayout_9", false, {"label_9", "check_Include_System_Info"});
 
         // page 3
         row("verticalLayout", "QVBoxLayout", "tab_5", true,
@@ -547,8 +574,7 @@ private slots:
         row("horizontalLayout_11", "QHBoxLayout", "verticalLayout_7", false, {h40, "check_Settings", h40});
         row("verticalLayout_6", "QVBoxLayout", "frame_Settings", true, {"layout_Settings1", "layout_Settings2"});
         row("layout_Settings1", "QHBoxLayout", "verticalLayout_6", false, {"label_15", "line_HTTP_Destination"});
-        row("layout_Settings2", "QHBoxLayout", "verticalLayout_6", false,
-            {"label_26", "group_Proxy_Settings", h40});
+        row("layout_Settings2", "QHBoxLayout", "verticalLayout_6", false, {"label_26", "group_Proxy_Settings", h40});
         row("verticalLayout_5", "QVBoxLayout", "group_Proxy_Settings", true,
             {"horizontalLayout_14", "horizontalLayout_15", "horizontalLayout_16", "horizontalLayout_18"});
         row("horizontalLayout_14", "QHBoxLayout", "verticalLayout_5", false, {"label_16", "line_Proxy_Server"});
@@ -588,12 +614,18 @@ private slots:
         QTest::addColumn<int>("index");
         QTest::addColumn<QString>("page");
         QTest::addColumn<QString>("text");
-        QTest::newRow("0") << 0 << "tab_7" << "Introduction";
-        QTest::newRow("1") << 1 << "tab_6" << "Step 1: Identity";
-        QTest::newRow("2") << 2 << "tab_2" << "Step 2: Details";
-        QTest::newRow("3") << 3 << "tab_5" << "Step 3: Description";
-        QTest::newRow("4") << 4 << "tab" << "Step 4: Attachments";
-        QTest::newRow("5") << 5 << "tab_4" << "Feedback Agent Settings";
+        QTest::newRow("0") << 0 << "tab_7"
+                           << "Introduction";
+        QTest::newRow("1") << 1 << "tab_6"
+                           << "Step 1: Identity";
+        QTest::newRow("2") << 2 << "tab_2"
+                           << "Step 2: Details";
+        QTest::newRow("3") << 3 << "tab_5"
+                           << "Step 3: Description";
+        QTest::newRow("4") << 4 << "tab"
+                           << "Step 4: Attachments";
+        QTest::newRow("5") << 5 << "tab_4"
+                           << "Feedback Agent Settings";
     }
 
     void tabPages()
@@ -628,8 +660,7 @@ private slots:
         QTest::addColumn<QByteArray>("property");
         QTest::addColumn<QString>("expected");
         const auto row = [](const char *name, const char *property, const QString &expected) {
-            QTest::addRow("%s.%s", name, property)
-                << QString::fromLatin1(name) << QByteArray(property) << expected;
+            QTest::addRow("%s.%s", name, property) << QString::fromLatin1(name) << QByteArray(property) << expected;
         };
         const QString none;
 
@@ -743,8 +774,7 @@ private slots:
         const QHash<QString, QString> placeholders = formPlaceholders();
         for (const FormWidget &w : formWidgets()) {
             if (qstrcmp(w.className, "QLineEdit") == 0)
-                QTest::newRow(w.name) << QString::fromLatin1(w.name)
-                                      << placeholders.value(QString::fromLatin1(w.name));
+                QTest::newRow(w.name) << QString::fromLatin1(w.name) << placeholders.value(QString::fromLatin1(w.name));
         }
         QTest::newRow("combo_Title line edit") << QStringLiteral("combo_Title") << QString();
     }
@@ -805,13 +835,14 @@ private slots:
         QTest::addColumn<int>("weight");
         QTest::addColumn<bool>("italic");
         QTest::addColumn<bool>("preferAntialias");
-        QTest::newRow("label_Intro_Line_1") << "label_Intro_Line_1" << "Tahoma" << 13 << int(QFont::Normal) << false
-                                            << false;
-        QTest::newRow("label_Intro_Line_2") << "label_Intro_Line_2" << "Tahoma" << 13 << int(QFont::Normal) << false
-                                            << false;
-        QTest::newRow("button_Bug_Report") << "button_Bug_Report" << "MS Sans Serif" << 26 << 50 << false << true;
-        QTest::newRow("button_Feature_Request") << "button_Feature_Request" << "MS Sans Serif" << 26 << 50 << false
-                                                << true;
+        QTest::newRow("label_Intro_Line_1") << "label_Intro_Line_1"
+                                            << "Tahoma" << 13 << int(QFont::Normal) << false << false;
+        QTest::newRow("label_Intro_Line_2") << "label_Intro_Line_2"
+                                            << "Tahoma" << 13 << int(QFont::Normal) << false << false;
+        QTest::newRow("button_Bug_Report") << "button_Bug_Report"
+                                           << "MS Sans Serif" << 26 << 50 << false << true;
+        QTest::newRow("button_Feature_Request") << "button_Feature_Request"
+                                                << "MS Sans Serif" << 26 << 50 << false << true;
     }
 
     void fonts()
@@ -864,17 +895,21 @@ private slots:
         const int right = int(Qt::AlignRight | Qt::AlignVCenter);
         const int centre = int(Qt::AlignCenter);
         const QHash<QString, int> alignments = {
-            {"label_Intro_Line_1", centre}, {"label_Intro_Line_2", centre}, {"label", right},
-            {"label_2", right},             {"label_16", right},           {"label_17", right},
-            {"label_18", right},            {"label_19", right},
+            {"label_Intro_Line_1", centre},
+            {"label_Intro_Line_2", centre},
+            {"label", right},
+            {"label_2", right},
+            {"label_16", right},
+            {"label_17", right},
+            {"label_18", right},
+            {"label_19", right},
         };
         for (const FormWidget &w : formWidgets()) {
             if (qstrcmp(w.className, "QLabel") != 0)
                 continue;
             const QString name = QString::fromLatin1(w.name);
             const bool rich = name == QLatin1String("label_Video") || name == QLatin1String("label_Settings");
-            QTest::newRow(w.name) << name << alignments.value(name, left)
-                                  << int(rich ? Qt::RichText : Qt::AutoText);
+            QTest::newRow(w.name) << name << alignments.value(name, left) << int(rich ? Qt::RichText : Qt::AutoText);
         }
     }
 
@@ -899,10 +934,12 @@ private slots:
     {
         QTest::addColumn<QString>("name");
         QTest::addColumn<QString>("image");
-        QTest::newRow("label_Banner") << "label_Banner" << ":/images/Banner.png";
-        QTest::newRow("label_Banner_Bug_Report") << "label_Banner_Bug_Report" << ":/images/Banner-Bug.png";
-        QTest::newRow("label_Banner_Feature_Request")
-            << "label_Banner_Feature_Request" << ":/images/Banner-Feature.png";
+        QTest::newRow("label_Banner") << "label_Banner"
+                                      << ":/images/Banner.png";
+        QTest::newRow("label_Banner_Bug_Report") << "label_Banner_Bug_Report"
+                                                 << ":/images/Banner-Bug.png";
+        QTest::newRow("label_Banner_Feature_Request") << "label_Banner_Feature_Request"
+                                                      << ":/images/Banner-Feature.png";
     }
 
     void banners()
@@ -1119,17 +1156,28 @@ private slots:
         QTest::addColumn<QString>("shown");
         const QString build = QStringLiteral("[1-9]\\d{0,3}");
         const QString delay = QStringLiteral("[1-9]\\d{0,2}");
-        QTest::newRow("build 3126") << "line_Build" << build << "3126" << "3126";
-        QTest::newRow("build 12345") << "line_Build" << build << "12345" << "1234";
-        QTest::newRow("build 0") << "line_Build" << build << "0" << "";
-        QTest::newRow("build 0123") << "line_Build" << build << "0123" << "123";
-        QTest::newRow("build letters") << "line_Build" << build << "3a1b" << "31";
-        QTest::newRow("build -5") << "line_Build" << build << "-5" << "5";
-        QTest::newRow("delay 999") << "line_Snapshot_Delay" << delay << "999" << "999";
-        QTest::newRow("delay 1000") << "line_Snapshot_Delay" << delay << "1000" << "100";
-        QTest::newRow("delay 0") << "line_Snapshot_Delay" << delay << "0" << "";
-        QTest::newRow("delay 05") << "line_Snapshot_Delay" << delay << "05" << "5";
-        QTest::newRow("delay 2.5") << "line_Snapshot_Delay" << delay << "2.5" << "25";
+        QTest::newRow("build 3126") << "line_Build" << build << "3126"
+                                    << "3126";
+        QTest::newRow("build 12345") << "line_Build" << build << "12345"
+                                     << "1234";
+        QTest::newRow("build 0") << "line_Build" << build << "0"
+                                 << "";
+        QTest::newRow("build 0123") << "line_Build" << build << "0123"
+                                    << "123";
+        QTest::newRow("build letters") << "line_Build" << build << "3a1b"
+                                       << "31";
+        QTest::newRow("build -5") << "line_Build" << build << "-5"
+                                  << "5";
+        QTest::newRow("delay 999") << "line_Snapshot_Delay" << delay << "999"
+                                   << "999";
+        QTest::newRow("delay 1000") << "line_Snapshot_Delay" << delay << "1000"
+                                    << "100";
+        QTest::newRow("delay 0") << "line_Snapshot_Delay" << delay << "0"
+                                 << "";
+        QTest::newRow("delay 05") << "line_Snapshot_Delay" << delay << "05"
+                                  << "5";
+        QTest::newRow("delay 2.5") << "line_Snapshot_Delay" << delay << "2.5"
+                                   << "25";
     }
 
     void numberFieldsTakeOnlyTheirDigits()

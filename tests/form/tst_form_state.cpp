@@ -42,10 +42,7 @@ class TestFormState : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        TestEnvironment::instance().forgetSettings();
-    }
+    void init() { TestEnvironment::instance().forgetSettings(); }
 
     void introScreenAtStart()
     {
@@ -57,8 +54,8 @@ private slots:
         QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
         for (const char *name : kIntroScreen)
             QVERIFY2(visible(window, name), name);
-        for (const char *name : {"layout_banner_bug_2", "layout_banner_feature_2", "tabWidget", "progressBar",
-                                 "button_Start_Over"})
+        for (const char *name :
+             {"layout_banner_bug_2", "layout_banner_feature_2", "tabWidget", "progressBar", "button_Start_Over"})
             QVERIFY2(!visible(window, name), name);
         QCOMPARE(f.send->text(), QString("Send..."));
         QCOMPARE(f.send->toolTip(), kChooseToolTip);
@@ -69,17 +66,17 @@ private slots:
     {
         QTest::addColumn<bool>("bugReport");
         QTest::addColumn<QStringList>("texts"); // label_Intro_1..5, label_Title, label_Description
-        QTest::newRow("bug report") << true
-                                    << QStringList{
-                                           "Please take a moment to review how to collect and submit a good bug report.",
-                                           "The following tips help make a good report that will aid developers in "
-                                           "recreating your issue:",
-                                           "1) Ensure only the content needed to recreate the issue is attached",
-                                           "2) Lower any settings in Scenes that are not critical to showing the issue",
-                                           "3) Provide detailed steps the developer can follow in order to recreate the "
-                                           "issue",
-                                           "Please provide a short title for the bug/issue (70 characters max):",
-                                           "Please provide a description of the bug/issue:"};
+        QTest::newRow("bug report")
+            << true
+            << QStringList{"Please take a moment to review how to collect and submit a good bug report.",
+                           "The following tips help make a good report that will aid developers in "
+                           "recreating your issue:",
+                           "1) Ensure only the content needed to recreate the issue is attached",
+                           "2) Lower any settings in Scenes that are not critical to showing the issue",
+                           "3) Provide detailed steps the developer can follow in order to recreate the "
+                           "issue",
+                           "Please provide a short title for the bug/issue (70 characters max):",
+                           "Please provide a description of the bug/issue:"};
         QTest::newRow("feature request")
             << false
             << QStringList{"Please take a moment to review how to collect and submit a good feature/flow request.",
@@ -116,7 +113,7 @@ private slots:
         QCOMPARE(f.cancel->text(), QString("Cancel"));
         QVERIFY(!f.progress->isVisible());
 
-        const char *labels[] = {"label_Intro_1", "label_Intro_2", "label_Intro_3", "label_Intro_4",
+        const char *labels[] = {"label_Intro_1", "label_Intro_2", "label_Intro_3",    "label_Intro_4",
                                 "label_Intro_5", "label_Title",   "label_Description"};
         for (int i = 0; i < 7; ++i)
             QCOMPARE(f.find<QLabel>(labels[i])->text(), texts.at(i));

@@ -30,10 +30,7 @@ class TestFormStateFocus : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        TestEnvironment::instance().forgetSettings();
-    }
+    void init() { TestEnvironment::instance().forgetSettings(); }
 
     void tabChangeMovesFocusIntoTheTab()
     {

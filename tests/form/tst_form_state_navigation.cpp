@@ -69,10 +69,7 @@ class TestFormStateNavigation : public QObject
     Q_OBJECT
 
 private slots:
-    void init()
-    {
-        TestEnvironment::instance().forgetSettings();
-    }
+    void init() { TestEnvironment::instance().forgetSettings(); }
 
     void startOver_data()
     {
@@ -409,8 +406,9 @@ private slots:
         for (const char *scheme : {"http", "https"})
             QDesktopServices::setUrlHandler(QLatin1String(scheme), &catcher, "open");
         QTest::mouseClick(video, Qt::LeftButton, Qt::NoModifier, QPoint(20, video->height() / 2));
-        QVERIFY(QMetaObject::invokeMethod(&window, "slot_play_video",
-                                          Q_ARG(QString, QStringLiteral("https://videos.example/watch?v=tips and more"))));
+        QVERIFY(
+            QMetaObject::invokeMethod(&window, "slot_play_video",
+                                      Q_ARG(QString, QStringLiteral("https://videos.example/watch?v=tips and more"))));
         for (const char *scheme : {"http", "https"})
             QDesktopServices::unsetUrlHandler(QLatin1String(scheme));
         QCOMPARE(catcher.urls.size(), 2);

@@ -139,7 +139,7 @@ private slots:
     {
         initFeedbackResources();
         QVERIFY2(QFileInfo(FB_INSTALLER_FILE).isFile(), FB_INSTALLER_FILE " is missing: the installer/package "
-                                                                           "test makes it (cpack)");
+                                                                          "test makes it (cpack)");
         // What an earlier run in this prefix may have left.
         QDir(installFolder()).removeRecursively();
         QDir(vendorFolder()).rmdir(".");

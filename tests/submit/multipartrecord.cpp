@@ -85,7 +85,7 @@ QByteArray fieldPart(const QByteArray &name, const QByteArray &body)
 QByteArray filePart(const QByteArray &encodedName, const QByteArray &content)
 {
     return "Content-Disposition: form-data; name=\"" + encodedName
-        + "\"\r\nContent-Type: application/octet-stream\r\n\r\n" + content;
+           + "\"\r\nContent-Type: application/octet-stream\r\n\r\n" + content;
 }
 
 bool operator==(const ParsedPart &a, const ParsedPart &b)
@@ -139,7 +139,7 @@ QList<ParsedPart> parseWithPython(const QString &requestFile, QString *error)
     const QJsonArray defects = document.object().value(QStringLiteral("defects")).toArray();
     if (parseError.error != QJsonParseError::NoError || !defects.isEmpty()) {
         *error = parseError.error != QJsonParseError::NoError ? parseError.errorString()
-                                                               : QString::fromUtf8(QJsonDocument(defects).toJson());
+                                                              : QString::fromUtf8(QJsonDocument(defects).toJson());
         return {};
     }
     QList<ParsedPart> parts;

@@ -129,9 +129,9 @@ QStringList screenSnapshot(const MainWindow &window)
 {
     auto shown = [&](const char *name) {
         const QWidget *widget = child<QWidget>(window, name);
-        return QStringLiteral("%1 %2%3")
-            .arg(QString::fromLatin1(name), widget->isVisibleTo(&window) ? "shown" : "hidden",
-                 widget->isEnabled() ? "" : " disabled");
+        return QStringLiteral("%1 %2%3").arg(QString::fromLatin1(name),
+                                             widget->isVisibleTo(&window) ? "shown" : "hidden",
+                                             widget->isEnabled() ? "" : " disabled");
     };
     return {QStringLiteral("formState %1").arg(MainWindowProbe::formState(window)),
             shown("layout_selecting_buttons_2"),
@@ -193,11 +193,9 @@ SendRun sendExpectingFailure(MainWindow &window)
     ModalAnswerer answerer;
     answerer.clickButton("OK");
     SendRun run;
-    run.loopResult = runApplicationLoop([&] { clickSend(window); },
-                                        [&] {
-                                            return !answerer.seen().isEmpty()
-                                                && MainWindowProbe::formState(window) == Composing;
-                                        });
+    run.loopResult = runApplicationLoop(
+        [&] { clickSend(window); },
+        [&] { return !answerer.seen().isEmpty() && MainWindowProbe::formState(window) == Composing; });
     run.boxes = answerer.seen();
     return run;
 }
@@ -283,8 +281,8 @@ quint16 closedPort()
 
 void clearProxyEnvironment()
 {
-    for (const char *name : {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY",
-                             "no_proxy", "NO_PROXY"})
+    for (const char *name :
+         {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY", "no_proxy", "NO_PROXY"})
         qunsetenv(name);
     QNetworkProxy::setApplicationProxy(QNetworkProxy());
 }

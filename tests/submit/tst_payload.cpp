@@ -64,7 +64,9 @@ QPixmap drawnPixmap(const QColor &color)
 
 } // namespace
 
-class TestPayload : public QObject, protected SubmitTestState
+class TestPayload
+    : public QObject
+    , protected SubmitTestState
 {
     Q_OBJECT
 
@@ -132,7 +134,10 @@ private slots:
         QVERIFY(summary.wait());
     }
 
-    void cleanup() { endTest(); }
+    void cleanup()
+    {
+        endTest();
+    }
 
     void bugReport()
     {
@@ -194,7 +199,8 @@ private slots:
                                   "\"a%20b%22c%22%40d.com%0D%0A\", \"validated\" : \"false\" }"),
             fieldPart("details", expectedDetails("bug", "12", "Crashes%20%2F%20Hangs", "false")),
             fieldPart("sysinfo", "{ \"Processor\" : \"Intel%28R%29\" }"),
-            fieldPart("title", "\xC3\x9Cn\xC3\xAF" "code \"quoted\" a\r\r\nb"),
+            fieldPart("title", "\xC3\x9Cn\xC3\xAF"
+                               "code \"quoted\" a\r\r\nb"),
             fieldPart("description", "a\r\nb\r\n\xC3\xA7 \"d\"\r\n"),
             filePart("r%C3%A9sum%C3%A9%201.txt", "r\r\n"),
             filePart(kQuotedFileNameSent, QByteArray("nul\0byte", 8)),
@@ -209,11 +215,12 @@ private slots:
         report.files =
             QStringList{writeTestFile(path("one/data.txt"), "first"), writeTestFile(path("two/data.txt"), "second")};
         fillForm(*window, report);
-        sendAndCheck(kDefaultFields + QList<QByteArray>{
-            filePart("data.txt", "first"),
-            filePart("data.txt", "second"),
-            fieldPart("attachments", "[ \"data.txt\", \"data.txt\" ]"),
-        });
+        sendAndCheck(kDefaultFields
+                     + QList<QByteArray>{
+                         filePart("data.txt", "first"),
+                         filePart("data.txt", "second"),
+                         fieldPart("attachments", "[ \"data.txt\", \"data.txt\" ]"),
+                     });
     }
 
     void imageRowWhoseFileWasDeletedIsSkipped()
@@ -229,11 +236,12 @@ private slots:
         QVERIFY(QFile::remove(thumbnails + "/gone_shot.png"));
         const QByteArray keptPng = fileContent(thumbnails + "/kept_shot.png");
         QVERIFY(keptPng.startsWith("\x89PNG"));
-        sendAndCheck(kDefaultFields + QList<QByteArray>{
-            filePart("kept_shot.png", keptPng),
-            filePart("log.txt", "log"),
-            fieldPart("attachments", "[ \"kept_shot.png\", \"log.txt\" ]"),
-        });
+        sendAndCheck(kDefaultFields
+                     + QList<QByteArray>{
+                         filePart("kept_shot.png", keptPng),
+                         filePart("log.txt", "log"),
+                         fieldPart("attachments", "[ \"kept_shot.png\", \"log.txt\" ]"),
+                     });
     }
 
     void systemInformationAllowedButNotArrived()
@@ -242,10 +250,11 @@ private slots:
         ReportForm report = form();
         report.files = QStringList{writeTestFile(path("a.txt"), "a")};
         fillForm(*window, report);
-        sendAndCheck(kDefaultFields + QList<QByteArray>{
-            filePart("a.txt", "a"),
-            fieldPart("attachments", "[ \"a.txt\" ]"),
-        });
+        sendAndCheck(kDefaultFields
+                     + QList<QByteArray>{
+                         filePart("a.txt", "a"),
+                         fieldPart("attachments", "[ \"a.txt\" ]"),
+                     });
     }
 
     void failedDiagnosticsSummaryIsStillSent()
@@ -297,13 +306,14 @@ private slots:
         answerer.clickButton("OK");
         QCOMPARE(runApplicationLoop([&] { window->slot_submit(); }, [] { return false; }), 0);
         QVERIFY(receiver->waitForEvent("request 1 answered 200"));
-        checkRequest(receiver->request(1), {
-            fieldPart("identity", "{ \"product\" : \"Korvane3D\", \"name\" : \"\", \"email\" : \"\", "
-                                  "\"validated\" : \"false\" }"),
-            fieldPart("details", expectedDetails("feature", "", "Animation", "false")),
-            fieldPart("title", ""),
-            fieldPart("description", ""),
-        });
+        checkRequest(receiver->request(1),
+                     {
+                         fieldPart("identity", "{ \"product\" : \"Korvane3D\", \"name\" : \"\", \"email\" : \"\", "
+                                               "\"validated\" : \"false\" }"),
+                         fieldPart("details", expectedDetails("feature", "", "Animation", "false")),
+                         fieldPart("title", ""),
+                         fieldPart("description", ""),
+                     });
     }
 
     // Our guard: with no area selected no payload is built and nothing is sent or shown.

@@ -33,13 +33,15 @@ bool inPrivateNet()
 
 QByteArray identityWith(const QByteArray &email, const QByteArray &validated)
 {
-    return "{ \"product\" : \"Korvane3D\", \"name\" : \"Ann%20Lee\", \"email\" : \"" + email
-        + "\", \"validated\" : \"" + validated + "\" }";
+    return "{ \"product\" : \"Korvane3D\", \"name\" : \"Ann%20Lee\", \"email\" : \"" + email + "\", \"validated\" : \""
+           + validated + "\" }";
 }
 
 } // namespace
 
-class TestPrivateNet : public QObject, protected SubmitTestState
+class TestPrivateNet
+    : public QObject
+    , protected SubmitTestState
 {
     Q_OBJECT
 
@@ -83,7 +85,7 @@ private:
         return QTest::qWaitFor(
             [&] {
                 return !MainWindowProbe::lookupPending(*window) && !MainWindowProbe::emailTimer(*window).isActive()
-                    && MainWindowProbe::hostInfo(*window).lookupId() != -1;
+                       && MainWindowProbe::hostInfo(*window).lookupId() != -1;
             },
             15000);
     }
@@ -96,18 +98,20 @@ private:
         answerer.clickButton("OK");
         bool sentAtTimer = false;
         bool lookUpWasPending = false;
-        const QMetaObject::Connection atTimer = QObject::connect(
-            &MainWindowProbe::emailTimer(*window), &QTimer::timeout, window.get(), [&] {
+        const QMetaObject::Connection atTimer =
+            QObject::connect(&MainWindowProbe::emailTimer(*window), &QTimer::timeout, window.get(), [&] {
                 if (sentAtTimer)
                     return;
                 sentAtTimer = true;
                 lookUpWasPending = MainWindowProbe::lookupPending(*window);
                 clickSend(*window);
             });
-        const int result = runApplicationLoop([] {}, [&] {
-            return !answerer.seen().isEmpty() && MainWindowProbe::formState(*window) == Composing
-                && !MainWindowProbe::lookupPending(*window);
-        });
+        const int result = runApplicationLoop([] {},
+                                              [&] {
+                                                  return !answerer.seen().isEmpty()
+                                                         && MainWindowProbe::formState(*window) == Composing
+                                                         && !MainWindowProbe::lookupPending(*window);
+                                              });
         QObject::disconnect(atTimer);
         QCOMPARE(result, kLoopDone);
         QVERIFY(sentAtTimer);
@@ -123,10 +127,7 @@ private slots:
         clearProxyEnvironment();
     }
 
-    void init()
-    {
-        beginTest(QStringLiteral("privatenet"));
-    }
+    void init() { beginTest(QStringLiteral("privatenet")); }
 
     void cleanup() { endTest(); }
 

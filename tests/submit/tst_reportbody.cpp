@@ -100,13 +100,12 @@ private slots:
         QHttpMultiPart *body = buildReportBody(fields);
         QVERIFY(body);
         QCOMPARE(postAndReceive(body),
-                 (QList<QByteArray>{
-                     fieldPart("identity", QByteArray(kAnnIdentity).replace("\"false\"", "\"true\"")),
-                     fieldPart("details", expectedDetails("feature", "3126", "Animation", "true")),
-                     fieldPart("sysinfo", "OS: Test\nRAM: 1 GB"), fieldPart("title", "Two\r\nlines"),
-                     fieldPart("description", "a\r\r\nb\r\nc"), filePart("scene%20file.kv", scene),
-                     filePart("empty.txt", QByteArray()),
-                     fieldPart("attachments", "[ \"scene%20file.kv\", \"empty.txt\" ]")}));
+                 (QList<QByteArray>{fieldPart("identity", QByteArray(kAnnIdentity).replace("\"false\"", "\"true\"")),
+                                    fieldPart("details", expectedDetails("feature", "3126", "Animation", "true")),
+                                    fieldPart("sysinfo", "OS: Test\nRAM: 1 GB"), fieldPart("title", "Two\r\nlines"),
+                                    fieldPart("description", "a\r\r\nb\r\nc"), filePart("scene%20file.kv", scene),
+                                    filePart("empty.txt", QByteArray()),
+                                    fieldPart("attachments", "[ \"scene%20file.kv\", \"empty.txt\" ]")}));
     }
 
     void unreadableAttachmentGivesNoBody()

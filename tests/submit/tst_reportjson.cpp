@@ -22,11 +22,21 @@ QString randomText(QRandomGenerator &random)
     for (int i = 0; i < length; ++i) {
         char32_t code = 0;
         switch (random.bounded(8)) {
-        case 0: code = U'"'; break;
-        case 1: code = U'\\'; break;
-        case 2: code = char32_t(random.bounded(0x20)); break;         // C0 controls, NUL, CR, LF
-        case 3: code = char32_t(0x7F + random.bounded(0x21)); break;  // DEL and C1 controls
-        case 4: code = char32_t(0x20 + random.bounded(0x5F)); break;  // printable ASCII
+        case 0:
+            code = U'"';
+            break;
+        case 1:
+            code = U'\\';
+            break;
+        case 2:
+            code = char32_t(random.bounded(0x20));
+            break; // C0 controls, NUL, CR, LF
+        case 3:
+            code = char32_t(0x7F + random.bounded(0x21));
+            break; // DEL and C1 controls
+        case 4:
+            code = char32_t(0x20 + random.bounded(0x5F));
+            break; // printable ASCII
         default:
             code = char32_t(random.bounded(0x110000 - 0x800));
             if (code >= 0xD800)
@@ -93,11 +103,16 @@ private slots:
     {
         QTest::addColumn<QString>("text");
         QTest::addColumn<QString>("sent");
-        QTest::newRow("a LF b") << "a\nb" << "a\r\nb";
-        QTest::newRow("a CR LF b keeps its CR") << "a\r\nb" << "a\r\r\nb";
-        QTest::newRow("lone CR") << "a\rb" << "a\rb";
-        QTest::newRow("empty lines kept") << "\n\nx\n" << "\r\n\r\nx\r\n";
-        QTest::newRow("empty") << "" << "";
+        QTest::newRow("a LF b") << "a\nb"
+                                << "a\r\nb";
+        QTest::newRow("a CR LF b keeps its CR") << "a\r\nb"
+                                                << "a\r\r\nb";
+        QTest::newRow("lone CR") << "a\rb"
+                                 << "a\rb";
+        QTest::newRow("empty lines kept") << "\n\nx\n"
+                                          << "\r\n\r\nx\r\n";
+        QTest::newRow("empty") << ""
+                               << "";
     }
     void lineFeedsBecomeCrLf()
     {
@@ -109,7 +124,8 @@ private slots:
     void fileFieldIsNamedByTheEncodedFileName()
     {
         QCOMPARE(fileFieldDisposition("shot 1.png"), QString("form-data; name=\"shot%201.png\""));
-        QCOMPARE(fileFieldDisposition(QString::fromUtf8("Ñ\"x\".txt")), QString("form-data; name=\"%C3%91%22x%22.txt\""));
+        QCOMPARE(fileFieldDisposition(QString::fromUtf8("Ñ\"x\".txt")),
+                 QString("form-data; name=\"%C3%91%22x%22.txt\""));
     }
 
     void attachmentNames_data()

@@ -49,7 +49,9 @@ const QStringList kIntroAfterAbortScreen{"formState 0",
 
 } // namespace
 
-class TestUpload : public QObject, protected SubmitTestState
+class TestUpload
+    : public QObject
+    , protected SubmitTestState
 {
     Q_OBJECT
 
@@ -96,10 +98,7 @@ private:
 private slots:
     void initTestCase() { clearProxyEnvironment(); }
 
-    void init()
-    {
-        beginTest(QStringLiteral("upload"));
-    }
+    void init() { beginTest(QStringLiteral("upload")); }
 
     void cleanup() { endTest(); }
 
@@ -228,9 +227,10 @@ private slots:
 
         QStringList atAbort;
         // The reply goes on the next pass of the loop, and the connection with it.
-        QCOMPARE(abortFromTheLoop(QString(), atAbort,
-                                  [&] { return reply.isNull() && receiver->countEvents("request 1 peer-closed") == 1; }),
-                 kLoopDone);
+        QCOMPARE(
+            abortFromTheLoop(QString(), atAbort,
+                             [&] { return reply.isNull() && receiver->countEvents("request 1 peer-closed") == 1; }),
+            kLoopDone);
         QCOMPARE(atAbort, kIntroAfterAbortScreen + QStringList{"sendOutcome 2"});
         QTest::qWait(200);
         QCOMPARE(answerer.seen().size(), 0);
@@ -270,9 +270,10 @@ private slots:
         const QPointer<QNetworkReply> reply = MainWindowProbe::reply(*window);
 
         QStringList atAbort;
-        QCOMPARE(abortFromTheLoop(QStringLiteral("request 1 answered %1").arg(status), atAbort,
-                                  [&] { return reply.isNull() && answerer.seen().size() == (reason.isEmpty() ? 0 : 1); }),
-                 kLoopDone);
+        QCOMPARE(
+            abortFromTheLoop(QStringLiteral("request 1 answered %1").arg(status), atAbort,
+                             [&] { return reply.isNull() && answerer.seen().size() == (reason.isEmpty() ? 0 : 1); }),
+            kLoopDone);
         QCOMPARE(atAbort, kIntroAfterAbortScreen + QStringList{"sendOutcome 2"});
         SendRun run;
         run.boxes = answerer.seen();
@@ -323,10 +324,10 @@ private slots:
         QCOMPARE(parts.size(), 8);
         const QString summary = MainWindowProbe::sysInfo(*window);
         QCOMPARE(parts.at(2), fieldPart("sysinfo", summary.toUtf8()));
-        const QRegularExpression windowsFields(
-            QStringLiteral("^\\{ \"DirectXVersion\" : \"[^\" ]*DirectX[^\" ]*\", \"PhysicalMemory\" : \"[0-9]+MB%20RAM\", "
-                           "\"Processor\" : \"[^\" ]+\", \"OS\" : \"[^\" ]*Windows[^\" ]*\""
-                           "(, \"Display\" : \"%5C%5C.%5CDISPLAY[0-9]+; [^\"]+\")+ \\}$"));
+        const QRegularExpression windowsFields(QStringLiteral(
+            "^\\{ \"DirectXVersion\" : \"[^\" ]*DirectX[^\" ]*\", \"PhysicalMemory\" : \"[0-9]+MB%20RAM\", "
+            "\"Processor\" : \"[^\" ]+\", \"OS\" : \"[^\" ]*Windows[^\" ]*\""
+            "(, \"Display\" : \"%5C%5C.%5CDISPLAY[0-9]+; [^\"]+\")+ \\}$"));
         QVERIFY2(windowsFields.match(summary).hasMatch(), qPrintable(summary));
     }
 #endif

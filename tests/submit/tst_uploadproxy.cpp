@@ -20,7 +20,9 @@
 
 #include <memory>
 
-class TestUploadProxy : public QObject, protected SubmitTestState
+class TestUploadProxy
+    : public QObject
+    , protected SubmitTestState
 {
     Q_OBJECT
 

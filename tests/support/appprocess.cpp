@@ -40,9 +40,8 @@ bool AppProcess::portInUse(quint16 port)
 
 bool AppProcess::waitUntilGuardTaken(int timeoutMs)
 {
-    return QTest::qWaitFor([this] { return m_process.state() == QProcess::NotRunning || portInUse(23709); },
-                           timeoutMs)
-        && m_process.state() != QProcess::NotRunning;
+    return QTest::qWaitFor([this] { return m_process.state() == QProcess::NotRunning || portInUse(23709); }, timeoutMs)
+           && m_process.state() != QProcess::NotRunning;
 }
 
 bool AppProcess::waitForFinished(int timeoutMs)

@@ -16,16 +16,16 @@ class DnsResponder : public QObject
 
 public:
     enum class Reply {
-        Records,      // NOERROR with the name's addresses of the asked type (maybe none)
-        NoRecords,    // NOERROR with an empty answer section
-        NameError,    // NXDOMAIN
+        Records, // NOERROR with the name's addresses of the asked type (maybe none)
+        NoRecords, // NOERROR with an empty answer section
+        NameError, // NXDOMAIN
         ServerFailure // SERVFAIL
     };
 
     struct Question
     {
-        QString name;          // lower case, without the final dot
-        quint16 type = 0;      // 1 = A, 28 = AAAA
+        QString name; // lower case, without the final dot
+        quint16 type = 0; // 1 = A, 28 = AAAA
         qint64 receivedAt = 0; // clockMs() on arrival
     };
 

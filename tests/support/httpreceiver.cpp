@@ -24,8 +24,9 @@ QString HttpReceiver::program()
 
 bool HttpReceiver::start(const Options &options)
 {
-    QStringList arguments{"--record-dir", m_recordDir, "--status", QString::number(options.status), "--port",
-                          QString::number(options.port)};
+    QStringList arguments{"--record-dir", m_recordDir,
+                          "--status",     QString::number(options.status),
+                          "--port",       QString::number(options.port)};
     if (options.cutAfter >= 0)
         arguments << "--cut-after" << QString::number(options.cutAfter);
     if (options.answerDelayMs > 0)

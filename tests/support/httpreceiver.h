@@ -14,9 +14,9 @@ public:
     struct Options
     {
         int status = 200;
-        qint64 cutAfter = -1;   // close the connection after this many body bytes
-        int answerDelayMs = 0;  // wait this long after the body before answering
-        quint16 port = 0;       // 0: any free port
+        qint64 cutAfter = -1; // close the connection after this many body bytes
+        int answerDelayMs = 0; // wait this long after the body before answering
+        quint16 port = 0; // 0: any free port
     };
 
     explicit HttpReceiver(const QString &recordDir);

@@ -15,11 +15,11 @@
 // What a modal box showed when it was answered.
 struct ModalSnapshot
 {
-    QString className;   // "QMessageBox", "QInputDialog", "QFileDialog", ...
+    QString className; // "QMessageBox", "QInputDialog", "QFileDialog", ...
     QString windowTitle;
-    QString text;        // message box text, or input dialog label
+    QString text; // message box text, or input dialog label
     QString informativeText;
-    int icon = -1;       // QMessageBox::Icon for message boxes
+    int icon = -1; // QMessageBox::Icon for message boxes
     QStringList buttons; // button texts in the button box's layout order
     QMap<QString, int> buttonRoles; // text -> QMessageBox::ButtonRole
     QString defaultButton;

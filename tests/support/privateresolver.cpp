@@ -118,7 +118,8 @@ QString setUp(PrivateResolver::Source source)
     const QByteArray nsswitch = source == PrivateResolver::Dns ? "hosts: dns\n" : "hosts: files\n";
     const QByteArray resolvConf = "nameserver " + s.nameServer.toLatin1() + "\noptions timeout:5 attempts:1\n";
     if (!QDir().mkpath(s.folder + QStringLiteral("/empty")) || !writeFile(s.folder + "/nsswitch.conf", nsswitch)
-        || !writeFile(s.folder + "/hosts", "127.0.0.1 localhost\n") || !writeFile(s.folder + "/resolv.conf", resolvConf))
+        || !writeFile(s.folder + "/hosts", "127.0.0.1 localhost\n")
+        || !writeFile(s.folder + "/resolv.conf", resolvConf))
         return QStringLiteral("cannot write the private resolver files in %1").arg(s.folder);
 
     QString failure = unshareNamespaces();
@@ -128,8 +129,9 @@ QString setUp(PrivateResolver::Source source)
     // show up in the machine's own /etc.
     if (::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) != 0)
         return systemError("making the mount tree private");
-    for (const auto &pair : {std::make_pair("/nsswitch.conf", "/etc/nsswitch.conf"),
-                             std::make_pair("/hosts", "/etc/hosts"), std::make_pair("/resolv.conf", "/etc/resolv.conf")}) {
+    for (const auto &pair :
+         {std::make_pair("/nsswitch.conf", "/etc/nsswitch.conf"), std::make_pair("/hosts", "/etc/hosts"),
+          std::make_pair("/resolv.conf", "/etc/resolv.conf")}) {
         failure = bindOver(s.folder + QLatin1String(pair.first), pair.second);
         if (!failure.isEmpty())
             return failure;
@@ -155,9 +157,10 @@ bool PrivateResolver::enter(Source source)
     s.failure = setUp(source);
     s.active = s.failure.isEmpty();
     if (!s.active)
-        s.failure = QStringLiteral("cannot give the test its own resolver files (%1); "
-                                   "this test needs unshare and mount permission (root, or unprivileged user namespaces)")
-                        .arg(s.failure);
+        s.failure =
+            QStringLiteral("cannot give the test its own resolver files (%1); "
+                           "this test needs unshare and mount permission (root, or unprivileged user namespaces)")
+                .arg(s.failure);
     return s.active;
 }
 

@@ -39,12 +39,14 @@ bool TinyProxy::start(quint16 port, const QString &user, const QString &password
     QFile config(m_workDir + "/tinyproxy.conf");
     if (!config.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return false;
-    QByteArray text = "Port " + QByteArray::number(m_port) + "\n"
-                      "Listen 127.0.0.1\n"
-                      "Timeout 120\n"
-                      "MaxClients 8\n"
-                      "LogLevel Info\n"
-                      "LogFile \"" + (m_workDir + "/tinyproxy.log").toUtf8() + "\"\n";
+    QByteArray text = "Port " + QByteArray::number(m_port)
+                      + "\n"
+                        "Listen 127.0.0.1\n"
+                        "Timeout 120\n"
+                        "MaxClients 8\n"
+                        "LogLevel Info\n"
+                        "LogFile \""
+                      + (m_workDir + "/tinyproxy.log").toUtf8() + "\"\n";
     if (!user.isEmpty())
         text += "BasicAuth " + user.toUtf8() + " " + password.toUtf8() + "\n";
     config.write(text);
@@ -60,15 +62,15 @@ bool TinyProxy::start(quint16 port, const QString &user, const QString &password
     if (!m_process.waitForStarted(10000))
         return false;
     return QTest::qWaitFor(
-        [this] {
-            if (m_process.state() == QProcess::NotRunning)
-                return true;
-            QTcpSocket socket;
-            socket.connectToHost(QHostAddress::LocalHost, m_port);
-            return socket.waitForConnected(200);
-        },
-        10000)
-        && m_process.state() == QProcess::Running;
+               [this] {
+                   if (m_process.state() == QProcess::NotRunning)
+                       return true;
+                   QTcpSocket socket;
+                   socket.connectToHost(QHostAddress::LocalHost, m_port);
+                   return socket.waitForConnected(200);
+               },
+               10000)
+           && m_process.state() == QProcess::Running;
 }
 
 void TinyProxy::stop()

@@ -15,7 +15,8 @@ UnreadableFile::UnreadableFile(const QString &path)
     // No share flags: every other open of the file fails with a sharing violation
     // until this handle is closed.
     const std::wstring native = QDir::toNativeSeparators(path).toStdWString();
-    m_state->handle = CreateFileW(native.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    m_state->handle =
+        CreateFileW(native.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
 UnreadableFile::~UnreadableFile()

@@ -48,10 +48,7 @@ public:
             beforeGet(name);
         return !failGet.count(name) && MemoryContainer::property(name, value);
     }
-    bool childCount(std::uint32_t &count) override
-    {
-        return !failChildCount && MemoryContainer::childCount(count);
-    }
+    bool childCount(std::uint32_t &count) override { return !failChildCount && MemoryContainer::childCount(count); }
     bool childName(std::uint32_t index, std::string &name) override
     {
         return !failChildNameAt.count(index) && MemoryContainer::childName(index, name);

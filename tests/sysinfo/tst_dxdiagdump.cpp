@@ -109,8 +109,10 @@ private slots:
     void textIsUtf8()
     {
         FakeContainer c;
-        c.addString("szMonitorName", "\xC3\x89" "cran \xE2\x84\xA2");
-        QVERIFY(dumpToBytes(c).contains("     0: szMonitorName: \xC3\x89" "cran \xE2\x84\xA2\n"));
+        c.addString("szMonitorName", "\xC3\x89"
+                                     "cran \xE2\x84\xA2");
+        QVERIFY(dumpToBytes(c).contains("     0: szMonitorName: \xC3\x89"
+                                        "cran \xE2\x84\xA2\n"));
     }
 
     void indexIsRightAlignedInSixColumns()
@@ -216,8 +218,8 @@ private slots:
             dumpSection(root, kDxDiagDisplayDevices, file); // absent: header only
             out = capture.text();
         }
-        QCOMPARE(out, "\n" + kRule + "\nDxDiag_SystemInfo\n" + kRule + "\n" + "\n" + kRule
-                          + "\nDxDiag_DisplayDevices\n" + kRule + "\n");
+        QCOMPARE(out, "\n" + kRule + "\nDxDiag_SystemInfo\n" + kRule + "\n" + "\n" + kRule + "\nDxDiag_DisplayDevices\n"
+                          + kRule + "\n");
         QCOMPARE(kRule.size(), 38);
 
         std::rewind(file);

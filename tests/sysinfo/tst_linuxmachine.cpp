@@ -271,22 +271,23 @@ private slots:
         while ((n = std::fread(buffer, 1, sizeof buffer, file)) > 0)
             dump.append(buffer, int(n));
         std::fclose(file);
-        QCOMPARE(summarizeDump(QString::fromUtf8(dump)),
-                 QString("{ \"DirectXVersion\" : \"Not%20available%20%28DRM%201.1.0%2020060810%29\", "
-                         "\"PhysicalMemory\" : \"15936MB%20RAM\", "
-                         "\"Processor\" : \"Intel%28R%29%20Core%28TM%29%20i7-7700%20CPU%20%40%203.60GHz%20%284%20CPUs%29"
-                         "%2C%20~3.6GHz\", "
-                         "\"OS\" : \"Test%20OS%2012%20%28tin%29%20%28Linux%206.1.0-18-amd64%20x86_64%29\", "
-                         "\"Display\" : \"card0-DP-2; Advanced%20Micro%20Devices%2C%20Inc.%20%5BAMD%2FATI%5D%20Ellesmere"
-                         "%20%5BRadeon%20RX%20470%2F480%2F570%2F570X%2F580%2F580X%2F590%5D; 8192%20MB; DEL%20A0B3; amdgpu; "
-                         "6.1.0-18-amd64\", "
-                         "\"Display\" : \"card0-HDMI-A-1; Advanced%20Micro%20Devices%2C%20Inc.%20%5BAMD%2FATI%5D%20"
-                         "Ellesmere%20%5BRadeon%20RX%20470%2F480%2F570%2F570X%2F580%2F580X%2F590%5D; 8192%20MB; "
-                         "2560%20x%201440%20%28preferred%29; DELL%20U2719D; amdgpu; 6.1.0-18-amd64\", "
-                         "\"Display\" : \"card2-HDMI-A-2; vc4-drm; 1920%20x%201080%20%28preferred%29; vc4-drm; "
-                         "6.1.0-18-amd64\", "
-                         "\"Display\" : \"card10; NVIDIA%20Corporation%20GP107GL%20%5BQuadro%20P1000%5D; nvidia; "
-                         "550.54.14\" }"));
+        QCOMPARE(
+            summarizeDump(QString::fromUtf8(dump)),
+            QString("{ \"DirectXVersion\" : \"Not%20available%20%28DRM%201.1.0%2020060810%29\", "
+                    "\"PhysicalMemory\" : \"15936MB%20RAM\", "
+                    "\"Processor\" : \"Intel%28R%29%20Core%28TM%29%20i7-7700%20CPU%20%40%203.60GHz%20%284%20CPUs%29"
+                    "%2C%20~3.6GHz\", "
+                    "\"OS\" : \"Test%20OS%2012%20%28tin%29%20%28Linux%206.1.0-18-amd64%20x86_64%29\", "
+                    "\"Display\" : \"card0-DP-2; Advanced%20Micro%20Devices%2C%20Inc.%20%5BAMD%2FATI%5D%20Ellesmere"
+                    "%20%5BRadeon%20RX%20470%2F480%2F570%2F570X%2F580%2F580X%2F590%5D; 8192%20MB; DEL%20A0B3; amdgpu; "
+                    "6.1.0-18-amd64\", "
+                    "\"Display\" : \"card0-HDMI-A-1; Advanced%20Micro%20Devices%2C%20Inc.%20%5BAMD%2FATI%5D%20"
+                    "Ellesmere%20%5BRadeon%20RX%20470%2F480%2F570%2F570X%2F580%2F580X%2F590%5D; 8192%20MB; "
+                    "2560%20x%201440%20%28preferred%29; DELL%20U2719D; amdgpu; 6.1.0-18-amd64\", "
+                    "\"Display\" : \"card2-HDMI-A-2; vc4-drm; 1920%20x%201080%20%28preferred%29; vc4-drm; "
+                    "6.1.0-18-amd64\", "
+                    "\"Display\" : \"card10; NVIDIA%20Corporation%20GP107GL%20%5BQuadro%20P1000%5D; nvidia; "
+                    "550.54.14\" }"));
     }
 
     void sparseMachine()

@@ -69,23 +69,23 @@ private slots:
         // '= "' before the DirectX version and lists two display properties
         // before the device name; both are sent as the reading rules make them.
         const QString summary = summaryOfFile("wine-dxdiag.txt");
-        QCOMPARE(summary,
-                 s("{ \"DirectXVersion\" : \"%3D%20%22DirectX%209.0c%20%284.09.0000.0904%29\", "
-                   "\"PhysicalMemory\" : \"24105MB%20RAM\", "
-                   "\"Processor\" : \"AMD%20EPYC%282%20CPUs%29%2C%20~2596MHz\", "
-                   "\"OS\" : \"Windows%20XP%20Professional\", "
-                   "\"Display\" : \"%5C%5C.%5CDISPLAY1; 8.21.0013.9135; "
-                   "1280%20x%201024%20%2832%20bit%29%20%280Hz%29; 4289.7%20MB; Generic%20PnP%20Monitor\" }"));
+        QCOMPARE(summary, s("{ \"DirectXVersion\" : \"%3D%20%22DirectX%209.0c%20%284.09.0000.0904%29\", "
+                            "\"PhysicalMemory\" : \"24105MB%20RAM\", "
+                            "\"Processor\" : \"AMD%20EPYC%282%20CPUs%29%2C%20~2596MHz\", "
+                            "\"OS\" : \"Windows%20XP%20Professional\", "
+                            "\"Display\" : \"%5C%5C.%5CDISPLAY1; 8.21.0013.9135; "
+                            "1280%20x%201024%20%2832%20bit%29%20%280Hz%29; 4289.7%20MB; Generic%20PnP%20Monitor\" }"));
         QVERIFY(!summary.contains(QLatin1String("nvd3dum.dll"))); // listed before the device name
         QVERIFY(!summary.contains(QLatin1Char('\r')));
     }
 
     void linuxDumpOfThisKindOfMachine()
     {
-        QCOMPARE(summaryOfFile("linux-vm-dxdiag.txt"),
-                 s("{ \"DirectXVersion\" : \"Not%20available\", \"PhysicalMemory\" : \"24105MB%20RAM\", "
-                   "\"Processor\" : \"AMD%20EPYC%20%282%20CPUs%29%2C%20~2.6GHz\", "
-                   "\"OS\" : \"Debian%20GNU%2FLinux%2012%20%28bookworm%29%20%28Linux%206.18.44-fc-v509%20x86_64%29\" }"));
+        QCOMPARE(
+            summaryOfFile("linux-vm-dxdiag.txt"),
+            s("{ \"DirectXVersion\" : \"Not%20available\", \"PhysicalMemory\" : \"24105MB%20RAM\", "
+              "\"Processor\" : \"AMD%20EPYC%20%282%20CPUs%29%2C%20~2.6GHz\", "
+              "\"OS\" : \"Debian%20GNU%2FLinux%2012%20%28bookworm%29%20%28Linux%206.18.44-fc-v509%20x86_64%29\" }"));
     }
 
     void emptyDump()
@@ -131,7 +131,8 @@ private slots:
                                "     1: szMonitorName: M\n"
                                "\n"
                                "     0: szProcessorEnglish: P\n");
-        QCOMPARE(summarizeDump(dump), s("{ \"DirectXVersion\" : \"X\", \"Display\" : \"D; M\", \"Processor\" : \"P\" }"));
+        QCOMPARE(summarizeDump(dump),
+                 s("{ \"DirectXVersion\" : \"X\", \"Display\" : \"D; M\", \"Processor\" : \"P\" }"));
     }
 
     void valuesAreTrimmed()
@@ -167,9 +168,9 @@ private slots:
         QFETCH(QString, encoded);
         QCOMPARE(summarizeDump(s("     0: szOSExLongEnglish: ") + value + s("\n")),
                  s("{ \"OS\" : \"") + encoded + s("\" }"));
-        QCOMPARE(summarizeDump(s("     0: szDeviceName: ") + value + s("\n     1: szDriverName: ") + value
-                               + s("\nend\n")),
-                 s("{ \"Display\" : \"") + encoded + s("; ") + encoded + s("\" }"));
+        QCOMPARE(
+            summarizeDump(s("     0: szDeviceName: ") + value + s("\n     1: szDriverName: ") + value + s("\nend\n")),
+            s("{ \"Display\" : \"") + encoded + s("; ") + encoded + s("\" }"));
     }
 
     void keysAreFoundAnywhereAndTheFirstInOrderDecides()
@@ -179,8 +180,7 @@ private slots:
                                "     0: szOSExLongLocalized: not a key\n"
                                "     0: szosexlongenglish: case matters\n"
                                "     0: szOSExLongEnglish:no space, not a key\n");
-        QCOMPARE(summarizeDump(dump),
-                 s("{ \"Processor\" : \"second\", \"Processor\" : \"at%20column%20zero\" }"));
+        QCOMPARE(summarizeDump(dump), s("{ \"Processor\" : \"second\", \"Processor\" : \"at%20column%20zero\" }"));
         // szProcessorEnglish is tested before szOSExLongEnglish, wherever each stands.
     }
 
@@ -188,8 +188,7 @@ private slots:
     {
         const QString dump = s("     0: szPhysicalMemoryEnglish: 1MB RAM\n"
                                "     1: szPhysicalMemoryEnglish: 2MB RAM\n");
-        QCOMPARE(summarizeDump(dump),
-                 s("{ \"PhysicalMemory\" : \"1MB%20RAM\", \"PhysicalMemory\" : \"2MB%20RAM\" }"));
+        QCOMPARE(summarizeDump(dump), s("{ \"PhysicalMemory\" : \"1MB%20RAM\", \"PhysicalMemory\" : \"2MB%20RAM\" }"));
     }
 
     void displayKeysInTheirOrder()
@@ -234,10 +233,8 @@ private slots:
 
     void lastLineOfTheDumpIsNotTestedInsideADisplay()
     {
-        QCOMPARE(summarizeDump(s("     0: szDeviceName: D\n     1: szDescription: G\n")),
-                 s("{ \"Display\" : \"D\" }"));
-        QCOMPARE(summarizeDump(s("     0: szDeviceName: D\n     1: szDescription: G")),
-                 s("{ \"Display\" : \"D\" }"));
+        QCOMPARE(summarizeDump(s("     0: szDeviceName: D\n     1: szDescription: G\n")), s("{ \"Display\" : \"D\" }"));
+        QCOMPARE(summarizeDump(s("     0: szDeviceName: D\n     1: szDescription: G")), s("{ \"Display\" : \"D\" }"));
         QCOMPARE(summarizeDump(s("     0: szDeviceName: D")), s("{ \"Display\" : \"D\" }"));
         QCOMPARE(summarizeDump(s("     0: szDeviceName: D\n     1: szDescription: G\n     2: x\n")),
                  s("{ \"Display\" : \"D; G\" }"));
@@ -245,10 +242,11 @@ private slots:
 
     void failedGetRunsOnInsideADisplay()
     {
-        const QString dump = s("     0: szDeviceName: D\n"
-                               "     1: szMonitorMaxRes:      1: GET FAILED: szMonitorMaxRes:      2: szDriverName: drv\n"
-                               "     3: szDriverVersion: 1.0\n"
-                               "(0 child container(s))\n");
+        const QString dump =
+            s("     0: szDeviceName: D\n"
+              "     1: szMonitorMaxRes:      1: GET FAILED: szMonitorMaxRes:      2: szDriverName: drv\n"
+              "     3: szDriverVersion: 1.0\n"
+              "(0 child container(s))\n");
         QCOMPARE(summarizeDump(dump), s("{ \"Display\" : \"D; drv; 1.0\" }"));
     }
 

@@ -195,8 +195,8 @@ private slots:
         QString summary;
         {
             StdoutCapture capture;
-            summary = runJob(
-                [] { return std::make_unique<FailedProviderSession>("Unable to create provider instance"); });
+            summary =
+                runJob([] { return std::make_unique<FailedProviderSession>("Unable to create provider instance"); });
             out = capture.text();
         }
         QCOMPARE(summary, QString("{  }"));

@@ -135,8 +135,8 @@ private slots:
 
         QPointer<QThread> threadAlive(thread);
         std::atomic<bool> workerDestroyed{false};
-        connect(worker, &QObject::destroyed, worker, [&workerDestroyed] { workerDestroyed = true; },
-                Qt::DirectConnection);
+        connect(
+            worker, &QObject::destroyed, worker, [&workerDestroyed] { workerDestroyed = true; }, Qt::DirectConnection);
         thread->start();
         QTRY_VERIFY_WITH_TIMEOUT(threadAlive.isNull(), kEventWaitMs);
         QVERIFY(workerDestroyed);
@@ -160,7 +160,8 @@ private slots:
             threads << thread;
         QVERIFY(!threads.isEmpty());
         const auto threadsGone = [&threads] {
-            return std::count_if(threads.cbegin(), threads.cend(), [](const QPointer<QThread> &t) { return t.isNull(); });
+            return std::count_if(threads.cbegin(), threads.cend(),
+                                 [](const QPointer<QThread> &t) { return t.isNull(); });
         };
         // Nothing arrives before the GUI thread runs its event loop again.
         QVERIFY(MainWindowProbe::sysInfo(*window).isEmpty());

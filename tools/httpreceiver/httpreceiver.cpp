@@ -52,18 +52,30 @@ void report(long long n, const char *what, long long value)
 const char *reasonPhrase(int status)
 {
     switch (status) {
-    case 200: return "OK";
-    case 201: return "Created";
-    case 204: return "No Content";
-    case 400: return "Bad Request";
-    case 401: return "Unauthorized";
-    case 403: return "Forbidden";
-    case 404: return "Not Found";
-    case 413: return "Payload Too Large";
-    case 500: return "Internal Server Error";
-    case 502: return "Bad Gateway";
-    case 503: return "Service Unavailable";
-    default: return "Status";
+    case 200:
+        return "OK";
+    case 201:
+        return "Created";
+    case 204:
+        return "No Content";
+    case 400:
+        return "Bad Request";
+    case 401:
+        return "Unauthorized";
+    case 403:
+        return "Forbidden";
+    case 404:
+        return "Not Found";
+    case 413:
+        return "Payload Too Large";
+    case 500:
+        return "Internal Server Error";
+    case 502:
+        return "Bad Gateway";
+    case 503:
+        return "Service Unavailable";
+    default:
+        return "Status";
     }
 }
 
@@ -104,8 +116,7 @@ private:
 
 bool startsWithNoCase(const std::string &text, const std::string &prefix)
 {
-    return text.size() >= prefix.size()
-        && std::equal(prefix.begin(), prefix.end(), text.begin(), [](char a, char b) {
+    return text.size() >= prefix.size() && std::equal(prefix.begin(), prefix.end(), text.begin(), [](char a, char b) {
                return std::tolower(static_cast<unsigned char>(a)) == std::tolower(static_cast<unsigned char>(b));
            });
 }
@@ -198,8 +209,8 @@ void serve(Socket fd, const Options &options, long long n, std::vector<char> &bu
     }
     const std::string text = std::to_string(options.status) + " " + reasonPhrase(options.status) + "\n";
     const std::string answer = "HTTP/1.1 " + std::to_string(options.status) + " " + reasonPhrase(options.status)
-        + "\r\nContent-Type: text/plain\r\nContent-Length: " + std::to_string(text.size())
-        + "\r\nConnection: close\r\n\r\n" + text;
+                               + "\r\nContent-Type: text/plain\r\nContent-Length: " + std::to_string(text.size())
+                               + "\r\nConnection: close\r\n\r\n" + text;
     socketio::sendAll(fd, answer);
     report(n, "answered", options.status);
 }

@@ -28,8 +28,7 @@ Socket listenOn(const std::string &address, int port, int &boundPort)
     bound.sin_family = AF_INET;
     bound.sin_port = htons(static_cast<unsigned short>(port));
     if (::inet_pton(AF_INET, address.c_str(), &bound.sin_addr) != 1
-        || ::bind(listener, reinterpret_cast<sockaddr *>(&bound), sizeof bound) != 0
-        || ::listen(listener, 16) != 0) {
+        || ::bind(listener, reinterpret_cast<sockaddr *>(&bound), sizeof bound) != 0 || ::listen(listener, 16) != 0) {
         closeSocket(listener);
         return invalidSocket;
     }

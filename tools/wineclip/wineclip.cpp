@@ -176,8 +176,8 @@ void expectPatternPixels(const Bytes &file, const std::string &label)
                 ++wrong;
         }
     }
-    expect(wrong == 0, label + ": " + std::to_string(wrong) + " of " + std::to_string(kWidth * kHeight)
-                           + " pixels differ");
+    expect(wrong == 0,
+           label + ": " + std::to_string(wrong) + " of " + std::to_string(kWidth * kHeight) + " pixels differ");
 }
 
 void expectBytes(const Bytes &actual, const Bytes &expected, const std::string &label)
@@ -288,8 +288,7 @@ const Case kCases[] = {
                 label + ": pixel bytes are the colour table's first 40 bytes");
          expectBytes(file, dib::bmpFileFromClipboardBlock(block.data(), block.size()), label);
      }},
-    {"zero", "image size 0: the headers alone",
-     [](HWND owner) { return putBlock(owner, CF_DIB, zeroSizeBlock()); },
+    {"zero", "image size 0: the headers alone", [](HWND owner) { return putBlock(owner, CF_DIB, zeroSizeBlock()); },
      [](const std::string &label) {
          const Bytes block = zeroSizeBlock();
          const Bytes file = readOrFail(label);
@@ -308,8 +307,7 @@ const Case kCases[] = {
          const Bytes file = readOrFail(label);
          expect(file.size() >= 54 && file[28] == 24, label + ": 24 bits per pixel");
          expect(file.size() >= 54 && get32(file, 14) == 40, label + ": header size 40");
-         expect(file.size() >= 54 && get32(file, 34) == dib::dibImageSize(24, kWidth, kHeight),
-                label + ": image size");
+         expect(file.size() >= 54 && get32(file, 34) == dib::dibImageSize(24, kWidth, kHeight), label + ": image size");
          expectPatternPixels(file, label);
      }},
     {"bitmap", "a lone CF_BITMAP comes through the system's CF_DIB, masks first",
