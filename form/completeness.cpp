@@ -1,27 +1,17 @@
 #include "form/completeness.h"
 
-#include <initializer_list>
-#include <utility>
-
 namespace completeness {
 
 namespace {
 
-// One tab's pair of fields: both plain when the pair is complete; otherwise each
-// missing one flagged and counted, each filled one plain.
-void judgePair(Verdict &verdict, bool firstFilled, Field first, bool secondFilled, Field second)
+// One field: plain when filled; otherwise flagged and not counted as done.
+void judgeField(Verdict &verdict, bool filled, Field field)
 {
-    if (firstFilled && secondFilled) {
-        verdict.cleared |= first | second;
-        return;
-    }
-    for (const auto &[filled, field] : {std::pair{firstFilled, first}, std::pair{secondFilled, second}}) {
-        if (filled) {
-            verdict.cleared |= field;
-        } else {
-            verdict.flagged |= field;
-            --verdict.done;
-        }
+    if (filled) {
+        verdict.cleared |= field;
+    } else {
+        verdict.flagged |= field;
+        --verdict.done;
     }
 }
 
@@ -33,31 +23,28 @@ Verdict evaluate(const FormFacts &facts, bool bugReport)
     verdict.total = bugReport ? 7 : 6;
     verdict.done = verdict.total;
 
-    const bool identity = facts.nameFilled && facts.emailFilled;
     const bool details = facts.areaChosen && facts.buildFilled;
     const bool description = facts.titleFilled && facts.descriptionFilled;
-    verdict.sendEnabled = identity && details && description && (!bugReport || facts.hasAttachments);
 
     // Each incomplete tab overrides the hint of the one before it.
-    judgePair(verdict, facts.nameFilled, NameField, facts.emailFilled, EmailField);
+    judgeField(verdict, facts.nameFilled, NameField);
+    judgeField(verdict, facts.emailFilled, EmailField);
     if (!facts.emailFilled)
         verdict.hint = SendHint::CompleteIdentity; // a missing name alone sets no hint
-    judgePair(verdict, facts.areaChosen, AreaField, facts.buildFilled, BuildField);
+    judgeField(verdict, facts.areaChosen, AreaField);
+    judgeField(verdict, facts.buildFilled, BuildField);
     if (!details)
         verdict.hint = SendHint::CompleteDetails;
-    judgePair(verdict, facts.titleFilled, TitleField, facts.descriptionFilled, DescriptionField);
+    judgeField(verdict, facts.titleFilled, TitleField);
+    judgeField(verdict, facts.descriptionFilled, DescriptionField);
     if (!description)
         verdict.hint = SendHint::CompleteDescription;
     if (bugReport) {
-        if (facts.hasAttachments) {
-            verdict.cleared |= AttachmentsField;
-        } else {
-            verdict.flagged |= AttachmentsField;
-            --verdict.done;
+        judgeField(verdict, facts.hasAttachments, AttachmentsField);
+        if (!facts.hasAttachments)
             verdict.hint = SendHint::AddAttachments;
-        }
     }
-    if (verdict.done == verdict.total)
+    if (verdict.sendEnabled())
         verdict.hint = SendHint::Submit;
     return verdict;
 }

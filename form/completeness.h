@@ -41,10 +41,12 @@ struct Verdict
 {
     int done = 0;
     int total = 0;
-    bool sendEnabled = false;
     SendHint hint = SendHint::Unchanged;
     unsigned flagged = 0; // fields shown as missing
     unsigned cleared = 0; // fields shown plainly; a field in neither set is left as it is
+
+    // Send is enabled exactly when nothing is missing.
+    bool sendEnabled() const { return done == total; }
 };
 
 // A bug report needs at least one attachment; a feature request does not look at them.

@@ -87,7 +87,7 @@ completeness::FormFacts MainWindow::formFacts() const
 
 void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
 {
-    ui->button_Send->setEnabled(verdict.sendEnabled);
+    ui->button_Send->setEnabled(verdict.sendEnabled());
 
     const std::pair<completeness::Field, QWidget *> fields[] = {
         {completeness::NameField, ui->line_Name},

@@ -104,7 +104,7 @@ private slots:
         const Verdict verdict = evaluate(facts, bug);
         QCOMPARE(verdict.total, total);
         QCOMPARE(verdict.done, total - qPopulationCount(quint32(flagged)));
-        QCOMPARE(verdict.sendEnabled, missing == 0);
+        QCOMPARE(verdict.sendEnabled(), missing == 0);
         QCOMPARE(verdict.flagged, flagged);
         QCOMPARE(verdict.cleared, cleared);
         QCOMPARE(int(verdict.hint), int(hint));
@@ -121,14 +121,14 @@ private slots:
         QCOMPARE(int(verdict.hint), int(SendHint::Unchanged));
         QCOMPARE(verdict.done, 6);
         QCOMPARE(verdict.flagged, unsigned(NameField));
-        QVERIFY(!verdict.sendEnabled);
+        QVERIFY(!verdict.sendEnabled());
     }
 
     void missingBuildAloneLeadsNowhere()
     {
         const FormFacts facts = factsFromMissing(BuildField);
         const Verdict verdict = evaluate(facts, false);
-        QVERIFY(!verdict.sendEnabled);
+        QVERIFY(!verdict.sendEnabled());
         QCOMPARE(int(verdict.hint), int(SendHint::CompleteDetails));
         QVERIFY(!firstMissingTab(facts, false).has_value());
     }
