@@ -13,8 +13,12 @@ QElapsedTimer &startupClock()
     return timer;
 }
 
+// A child of the window it watches, so that it goes with the window if no paint ever comes.
 class FirstPaintWatch : public QObject
 {
+public:
+    using QObject::QObject;
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override
     {
@@ -46,7 +50,7 @@ void mark(const char *stage)
 void markFirstPaint(QObject *window)
 {
     if (lcStartup().isDebugEnabled())
-        window->installEventFilter(new FirstPaintWatch);
+        window->installEventFilter(new FirstPaintWatch(window));
 }
 
 } // namespace startuptrace
