@@ -6,6 +6,7 @@
 //     against the same timer with no worker.
 // Usage: bench_sysinfo [runs]
 
+#include "bench/support/latenessprobe.h"
 #include "sysinfo/gathersysinfo.h"
 #include "sysinfo/linuxmachine.h"
 #include "sysinfo/systemsummary.h"
@@ -61,24 +62,15 @@ private:
 template <typename Done>
 double longestGap(Done done, int timeoutMs)
 {
-    QElapsedTimer clock;
-    qint64 last = 0;
-    qint64 worst = 0;
     QEventLoop loop;
-    QTimer tick;
-    tick.setTimerType(Qt::PreciseTimer);
-    tick.setInterval(1);
-    QObject::connect(&tick, &QTimer::timeout, &loop, [&] {
-        const qint64 now = clock.nsecsElapsed();
-        worst = std::max(worst, now - last);
-        last = now;
-        if (done() || now > qint64(timeoutMs) * 1000000)
+    LatenessProbe probe(1);
+    probe.setOnTick([&] {
+        if (done() || probe.elapsedMs() > timeoutMs)
             loop.quit();
     });
-    clock.start();
-    tick.start();
+    probe.start();
     loop.exec();
-    return worst / 1e6;
+    return probe.worstGapMs();
 }
 
 } // namespace

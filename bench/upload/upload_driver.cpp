@@ -8,6 +8,7 @@
 //   "<seconds from Send to the outcome box> <idle RSS KiB> <peak RSS KiB during the send>
 //    <processor seconds, user + system, of the whole program during the send>
 //    <worst lateness of a 5 ms timer on the GUI thread, ms (0 without --lateness)>"
+#include "bench/support/latenessprobe.h"
 #include "form/mainwindow.h"
 
 #include <QApplication>
@@ -51,39 +52,6 @@ double processorSeconds()
            + double(usage.ru_utime.tv_usec + usage.ru_stime.tv_usec) / 1e6;
 }
 
-// A precise timer on the GUI thread; its worst lateness is how long the event loop
-// was kept from a user's input or a repaint.
-class LatenessProbe
-{
-public:
-    LatenessProbe()
-    {
-        timer.setTimerType(Qt::PreciseTimer);
-        timer.setInterval(kIntervalMs);
-        QObject::connect(&timer, &QTimer::timeout, [this] {
-            const qint64 now = clock.nsecsElapsed();
-            worstNs = std::max(worstNs, now - last - kIntervalMs * 1000000LL);
-            last = now;
-        });
-    }
-    void start()
-    {
-        worstNs = 0;
-        clock.start();
-        last = 0;
-        timer.start();
-    }
-    void stop() { timer.stop(); }
-    double worstMs() const { return worstNs / 1e6; }
-
-private:
-    static constexpr int kIntervalMs = 5;
-    QTimer timer;
-    QElapsedTimer clock;
-    qint64 last = 0;
-    qint64 worstNs = 0;
-};
-
 // Calls back once, when the first message box is shown.
 class OutcomeBoxWatch : public QObject
 {
@@ -113,7 +81,7 @@ int measureIdle(double seconds)
 {
     MainWindow window;
     window.show();
-    LatenessProbe probe;
+    LatenessProbe probe(5);
     double before = 0;
     QTimer::singleShot(500, [&] {
         before = processorSeconds();
@@ -124,7 +92,7 @@ int measureIdle(double seconds)
         QCoreApplication::quit();
     });
     QApplication::exec();
-    std::printf("%.3f 0 0 %.3f %.2f\n", seconds, processorSeconds() - before, probe.worstMs());
+    std::printf("%.3f 0 0 %.3f %.2f\n", seconds, processorSeconds() - before, probe.worstLatenessMs());
     return 0;
 }
 
@@ -174,7 +142,7 @@ int main(int argc, char *argv[])
     double cpuSeconds = -1;
     long idleKiB = 0;
     QString outcome;
-    LatenessProbe probe;
+    LatenessProbe probe(5);
 
     // The outcome box ends the measurement; closing it lets the program quit as usual.
     // It is noticed by the event that shows it, not by polling, which would cost the
@@ -205,6 +173,6 @@ int main(int argc, char *argv[])
         std::fprintf(stderr, "no success: \"%s\" (loop %d)\n", qPrintable(outcome), result);
         return 1;
     }
-    std::printf("%.3f %ld %ld %.3f %.2f\n", seconds, idleKiB, statusKiB("VmHWM:"), cpuSeconds, probe.worstMs());
+    std::printf("%.3f %ld %ld %.3f %.2f\n", seconds, idleKiB, statusKiB("VmHWM:"), cpuSeconds, probe.worstLatenessMs());
     return 0;
 }
