@@ -7,7 +7,7 @@ target_link_libraries(fbwidgetstate PRIVATE Qt5::Widgets)
 set_target_properties(fbwidgetstate PROPERTIES LIBRARY_OUTPUT_DIRECTORY ${FB_WIDGET_STATE_PLUGIN_PATH}/generic)
 
 fb_add_test(app launchparser)
-fb_add_test(app launchoptions WINDOW TIMEOUT 600)
+fb_add_test(app launchoptions PROGRAM TIMEOUT 600)
 target_compile_definitions(tst_launchoptions PRIVATE FB_WIDGET_STATE_PLUGIN_PATH="${FB_WIDGET_STATE_PLUGIN_PATH}")
 add_dependencies(tst_launchoptions fbwidgetstate)
 
