@@ -61,3 +61,15 @@ done
 "$convert_bin" "${ico_parts[@]}" "$out/FB_logo.ico"
 rm -f "${ico_parts[@]}"
 echo "rendered FB_logo.ico (${ico_sizes[*]})"
+
+# The Linux desktop icons (installed into the hicolor theme by the package): the logo
+# at the theme's fixed sizes, and the source itself as the scalable one.
+app_id=com.korvane3d.feedbackagent
+icons="$root/resources/linux/icons"
+for size in 16 32 48 64 128 256; do
+    mkdir -p "$icons/${size}x${size}"
+    rsvg-convert -f png -w "$size" -h "$size" -o "$icons/${size}x${size}/$app_id.png" "$src/FB_logo.svg"
+done
+mkdir -p "$icons/scalable"
+cp "$src/FB_logo.svg" "$icons/scalable/$app_id.svg"
+echo "rendered the desktop icons of $app_id"
