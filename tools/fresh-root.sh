@@ -24,24 +24,7 @@ if [ -n "$(git -C "$top" status --porcelain --untracked-files=no)" ]; then
 fi
 
 cache=${FB_FRESH_ROOT_CACHE:-/var/cache/feedbackagent-fresh-root}
-tarball=$cache/bookworm-minbase.tar.gz
-mirror=${FB_DEBIAN_MIRROR:-}
-if [ -z "$mirror" ]; then
-    mirror=$(apt-get indextargets --format '$(REPO_URI)' 2>/dev/null | grep -m1 -v security || true)
-    mirror=${mirror:-http://deb.debian.org/debian/}
-fi
-
-if [ ! -s "$tarball" ]; then
-    command -v debootstrap >/dev/null || { apt-get update -q && apt-get install -y -q debootstrap; }
-    mkdir -p "$cache"
-    echo "fresh-root: making the cached root (debootstrap bookworm from $mirror)"
-    build=$(mktemp -d "$cache/build.XXXXXX")
-    debootstrap --variant=minbase bookworm "$build/root" "$mirror"
-    # The finished root, so that each run only unpacks it.
-    tar -C "$build/root" --numeric-owner -czf "$build/root.tar.gz" .
-    mv "$build/root.tar.gz" "$tarball"
-    rm -rf --one-file-system "$build"
-fi
+tarball=$(bash "$top/tools/debian-root.sh")
 [ "${1:-}" = --prepare ] && { echo "fresh-root: cached root ready: $tarball"; exit 0; }
 
 work=$(mktemp -d "${FB_FRESH_ROOT_WORK:-/var/tmp}/fb-fresh-root.XXXXXX")

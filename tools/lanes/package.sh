@@ -2,7 +2,9 @@
 # Lane: the Debian package. Builds the program for /usr in build-package/, makes
 # feedbackagent_<version>_amd64.deb with CPack, and checks it: the exact list of files,
 # the dependencies dpkg-shlibdeps found, the desktop entry and AppStream file as
-# installed, and lintian with no error. $1 (the normal build folder) is not used.
+# installed, and lintian with no error; then installs it into a clean Debian 12 root,
+# opens a kvfb:// link with it and removes it (tools/package-install-test.sh). Run as
+# root. $1 (the normal build folder) is not used.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
 cd "$root"
@@ -58,3 +60,7 @@ appstreamcli validate --no-net "$unpacked/usr/share/metainfo/$id.metainfo.xml"
 # Errors fail the lane; warnings and notes are printed, for the reasons in the README.
 lintian --fail-on error --info --display-level ">=warning" "$deb"
 echo "package: lintian reports no error"
+
+# What a user does with it: install it into a clean Debian 12 root, open a kvfb:// link,
+# remove it again. Needs root (chroot and mount) and an X server, which the lane makes.
+bash tools/run-under-x.sh bash tools/package-install-test.sh "$deb"
