@@ -5,6 +5,23 @@
 #include <QPixmap>
 #include <QTextDocument>
 
+namespace {
+
+QString plainTextOf(const QString &html)
+{
+    QTextDocument document;
+    document.setHtml(html);
+    return document.toPlainText();
+}
+
+// What a screen reader announces for a caption: its lines joined by a blank.
+QString spokenCaption(const QString &plainText)
+{
+    return plainText.simplified();
+}
+
+} // namespace
+
 RichTextPushButton::RichTextPushButton(QWidget *parent)
     : QPushButton(parent)
 {
@@ -14,6 +31,10 @@ RichTextPushButton::~RichTextPushButton() = default;
 
 void RichTextPushButton::setHtml(const QString &html)
 {
+    // The button's text is empty, so without a name a screen reader would announce only
+    // an unlabelled icon. The name follows the caption (and so its translation) unless
+    // someone gave the button a name of its own.
+    const bool nameFollowsCaption = accessibleName().isEmpty() || accessibleName() == spokenCaption(text());
     m_htmlText = html;
     m_isRichText = true;
 
@@ -35,6 +56,8 @@ void RichTextPushButton::setHtml(const QString &html)
 
     setIcon(QIcon(pixmap));
     setIconSize(pixmap.size());
+    if (nameFollowsCaption)
+        setAccessibleName(spokenCaption(text()));
 }
 
 void RichTextPushButton::setText(const QString &text)
@@ -45,11 +68,7 @@ void RichTextPushButton::setText(const QString &text)
 
 QString RichTextPushButton::text() const
 {
-    if (!m_isRichText)
-        return QPushButton::text();
-    QTextDocument document;
-    document.setHtml(m_htmlText);
-    return document.toPlainText();
+    return m_isRichText ? plainTextOf(m_htmlText) : QPushButton::text();
 }
 
 QString RichTextPushButton::htmlText() const

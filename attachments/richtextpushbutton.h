@@ -5,6 +5,8 @@
 
 // A push button that shows an HTML caption. Qt's button draws plain text only, so
 // the HTML is rendered once into a transparent pixmap that becomes the button's icon.
+// The plain text of the caption, its lines joined by a blank, is the button's
+// accessible name unless one is set from outside.
 class RichTextPushButton : public QPushButton
 {
     Q_OBJECT

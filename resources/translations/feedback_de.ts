@@ -428,6 +428,18 @@
         <source>No system information is available.</source>
         <translation>Es sind keine Systeminformationen verfügbar.</translation>
     </message>
+    <message>
+        <source>Tips video</source>
+        <translation>Video mit Tipps</translation>
+    </message>
+    <message>
+        <source>Attachments</source>
+        <translation>Anhänge</translation>
+    </message>
+    <message>
+        <source>Upload progress</source>
+        <translation>Fortschritt der Übertragung</translation>
+    </message>
 </context>
 <context>
     <name>QObject</name>

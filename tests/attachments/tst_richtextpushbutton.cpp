@@ -61,6 +61,32 @@ private slots:
         QCOMPARE(button.text(), QString());
     }
 
+    void accessibleNameIsThePlainCaptionOnOneLine()
+    {
+        RichTextPushButton button(nullptr);
+        QCOMPARE(button.accessibleName(), QString());
+        button.setText("<html><body><p align=\"center\"><font size=\"+3\">Bug Report</font></p>"
+                       "<p>(Crashes / Issues)</p></body></html>");
+        QCOMPARE(button.accessibleName(), QString("Bug Report (Crashes / Issues)"));
+        QCOMPARE(button.text(), QString("Bug Report\n(Crashes / Issues)"));
+
+        // A new caption (a translation, say) brings its own name.
+        button.setText("<p>Fehlerbericht</p><p>(Abst\u00fcrze)</p>");
+        QCOMPARE(button.accessibleName(), QString::fromUtf8("Fehlerbericht (Abst\u00fcrze)"));
+        button.setText(QString());
+        QCOMPARE(button.accessibleName(), QString::fromUtf8("Fehlerbericht (Abst\u00fcrze)"));
+    }
+
+    void accessibleNameGivenFromOutsideStays()
+    {
+        RichTextPushButton button(nullptr);
+        button.setHtml("<p>First</p>");
+        button.setAccessibleName("Report a crash");
+        button.setHtml("<p>Second</p>");
+        QCOMPARE(button.accessibleName(), QString("Report a crash"));
+        QCOMPARE(button.text(), QString("Second"));
+    }
+
     void metaObjectIsItsOwn()
     {
         RichTextPushButton button(nullptr);

@@ -5,9 +5,12 @@
 
 #include <QApplication>
 #include <QMainWindow>
+#include <QLabel>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTranslator>
+#include <QTreeWidget>
 #include <QtTest>
 
 // The German catalogue built from resources/translations reaches the form's texts, and
@@ -29,6 +32,13 @@ private slots:
             QCOMPARE(form.tabWidget->tabText(1), QString::fromUtf8("Schritt 1: Identit\u00e4t"));
             QCOMPARE(form.button_Cancel->text(), QString("Abbrechen"));
             QCOMPARE(form.button_Send->text(), QString("Senden..."));
+            // The names a screen reader announces follow the catalogue too.
+            QCOMPARE(form.tree_Attachments->accessibleName(), QString::fromUtf8("Anh\u00e4nge"));
+            QCOMPARE(form.progressBar->accessibleName(), QString::fromUtf8("Fortschritt der \u00dcbertragung"));
+            QCOMPARE(form.label_Video->accessibleName(), QString("Video mit Tipps"));
+            QCOMPARE(form.button_Bug_Report->accessibleName(),
+                     QString::fromUtf8("Fehlerbericht (Abst\u00fcrze / Probleme)"));
+            QCOMPARE(form.button_Feature_Request->accessibleName(), QString("Funktionswunsch (Funktionen / Workflow)"));
             // The area names were translated during static initialisation, before any
             // translator existed, so the list shows (and the report sends) the source names.
             QCOMPARE(productAreaNames().constLast(), QString("Other"));
@@ -43,6 +53,8 @@ private slots:
         Ui::MainWindow form;
         form.setupUi(&host);
         QCOMPARE(form.tabWidget->tabText(1), QString("Step 1: Identity"));
+        QCOMPARE(form.tree_Attachments->accessibleName(), QString("Attachments"));
+        QCOMPARE(form.button_Bug_Report->accessibleName(), QString("Bug Report (Crashes / Issues)"));
     }
 };
 
