@@ -12,6 +12,7 @@
 #include "sysinfo/gathersysinfo.h"
 #include "sysinfo/sysinfotooltip.h"
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QCompleter>
 #include <QFile>
@@ -20,7 +21,9 @@
 #include <QLineEdit>
 #include <QRegExpValidator>
 #include <QStandardPaths>
+#include <QTabBar>
 #include <QThread>
+#include <QToolButton>
 
 #include <cstdlib>
 
@@ -29,6 +32,23 @@ namespace {
 const char kBuildNumber[] = FB_BUILD_NUMBER_TEXT;
 const char kBuildDate[] = FB_BUILD_DATE_TEXT;
 const quint16 kInstanceGuardPort = 23709;
+
+// What keyboard and screen-reader users meet beyond what the form file can say.
+void finishAccessibility(Ui::MainWindow &form)
+{
+    // The unchecked proxy group disables each of its widgets while that widget is still
+    // being constructed, and Qt's accessibility caches the interface it builds for that
+    // state change: a plain widget's. Dropping those lets a screen reader see the fields
+    // and labels as what they are.
+    for (QWidget *child : form.group_Proxy_Settings->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+        if (QAccessibleInterface *iface = QAccessible::queryAccessibleInterface(child))
+            QAccessible::deleteAccessibleInterface(QAccessible::uniqueId(iface));
+    }
+    // The tab bar's scroll arrows would each take a Tab stop; the arrow keys move between
+    // the tabs, scrolling them, already.
+    for (QToolButton *arrow : form.tabWidget->tabBar()->findChildren<QToolButton *>())
+        arrow->setFocusPolicy(Qt::NoFocus);
+}
 
 } // namespace
 
@@ -83,6 +103,7 @@ void MainWindow::setUpForm()
     // read meanwhile. The families are the form's own, which a machine may lack.
     const FontWarmUp fontWarmUp({QStringLiteral("Tahoma"), QStringLiteral("MS Sans Serif")});
     ui->setupUi(this);
+    finishAccessibility(*ui);
     setCentralWidget(ui->centralWidget);
     setAcceptDrops(true);
     setWindowTitle(titleText);
