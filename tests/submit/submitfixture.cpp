@@ -7,6 +7,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
+#include <QFile>
 #include <QFileInfo>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -16,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTcpServer>
 #include <QTabWidget>
 #include <QTest>
@@ -260,6 +262,36 @@ RecordedRequest deliverReport(MainWindow &window, HttpReceiver &receiver)
         QVERIFY(receiver.waitForEvent("request 1 answered 200"));
     }();
     return parseRecordedRequest(receiver.request(1));
+}
+
+void verifyReportRequest(const QByteArray &raw, quint16 port, const QString &scratchFile,
+                         const QList<QByteArray> &expectedParts)
+{
+    const RecordedRequest request = parseRecordedRequest(raw);
+    QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
+    QCOMPARE(request.header("Host"), "127.0.0.1:" + QByteArray::number(port));
+    QCOMPARE(request.header("MIME-Version"), QByteArray("1.0"));
+    const QByteArray contentType = request.header("Content-Type");
+    QVERIFY2(QRegularExpression("^multipart/form-data; boundary=\"boundary_\\.oOo\\._[A-Za-z0-9+/=]+\"$")
+                 .match(QString::fromLatin1(contentType))
+                 .hasMatch(),
+             contentType.constData());
+    QCOMPARE(request.header("Content-Length"), QByteArray::number(request.body.size()));
+
+    const QByteArray boundary = multipartBoundary(contentType);
+    QCOMPARE(multipartParts(request.body, boundary), expectedParts);
+    QCOMPARE(request.body, multipartBody(boundary, expectedParts));
+
+#ifndef Q_OS_WIN
+    // A Windows program under Wine cannot start Linux's python3; the body is the same
+    // bytes as above on both systems, and the Linux run has Python read them.
+    QFile::remove(scratchFile);
+    QVERIFY(writeTestFile(scratchFile, raw).size() > 0);
+    QString error;
+    const QList<ParsedPart> parsed = parseWithPython(scratchFile, &error);
+    QVERIFY2(error.isEmpty(), qPrintable(error));
+    QCOMPARE(parsed, partsAsParsed(expectedParts));
+#endif
 }
 
 void setProxyFields(MainWindow &window, bool checked, const QString &server, const QString &port, const QString &user,

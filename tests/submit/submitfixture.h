@@ -110,6 +110,12 @@ void verifyFailedSend(MainWindow &window, const QString &reason);
 // receiver recorded it.
 RecordedRequest deliverReport(MainWindow &window, HttpReceiver &receiver);
 
+// The request is a multipart POST to the receiver on port whose body is exactly the
+// expected parts, framed by Qt's boundary; on Linux Python's parser reads the same parts
+// from a copy written to scratchFile.
+void verifyReportRequest(const QByteArray &raw, quint16 port, const QString &scratchFile,
+                         const QList<QByteArray> &expectedParts);
+
 // Fills the proxy group of the settings page.
 void setProxyFields(MainWindow &window, bool checked, const QString &server, const QString &port,
                     const QString &user = QString(), const QString &password = QString());
