@@ -288,4 +288,8 @@ void MainWindow::slot_enable_edit_settings()
     ui->check_Settings->deleteLater();
     ui->label_SettingsPad->deleteLater();
     ui->frame_Settings->setVisible(true);
+    // The box that had the keyboard focus is going; a keyboard user goes on in the first
+    // field the unlock shows rather than at the top of the window.
+    if (ui->check_Settings->hasFocus())
+        ui->line_HTTP_Destination->setFocus(Qt::OtherFocusReason);
 }
