@@ -3,7 +3,8 @@
 #   1. apt-get installs the package, which brings in its dependencies;
 #   2. xdg-open 'kvfb://mode=bug,area=Other,lockarea/' starts the installed program;
 #      it is found from outside by its title, and its window shows the bug report's
-#      banner pixel for pixel;
+#      banner pixel for pixel; a screen reader's view of it (AT-SPI) shows the area
+#      "Other" chosen and Start Over shown but disabled;
 #   3. apt-get remove leaves no file of the package behind.
 # Usage (as root, on an X display with a window manager; the lane runs it under
 # tools/run-under-x.sh): tools/package-install-test.sh build-package/feedbackagent_*.deb
@@ -20,6 +21,10 @@ mkdir -p "$root"
 program=
 cleanup() {
     [ -n "$program" ] && kill "$program" 2>/dev/null || true
+    # Whatever still runs inside the root (the buses, the registry) goes with it.
+    for proc in /proc/[0-9]*; do
+        [ "$(readlink "$proc/root" 2>/dev/null)" = "$root" ] && kill "${proc#/proc/}" 2>/dev/null
+    done
     umount -R "$root/proc" "$root/dev" "$root/tmp/.X11-unix" 2>/dev/null || umount -lR "$root/dev" 2>/dev/null || true
     if grep -qF " $root" /proc/self/mounts; then
         echo "install-test: something is still mounted under $root; left in place"
@@ -47,9 +52,11 @@ in_root() {
         PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive "$@"
 }
 
-# The user's machine: a desktop's way of opening links.
+# The user's machine: a desktop's way of opening links, and a session bus with the
+# accessibility bus and registry that a screen reader reads.
 in_root apt-get update -q >/dev/null
-in_root apt-get install -y -q --no-install-recommends xdg-utils desktop-file-utils >/dev/null
+in_root apt-get install -y -q --no-install-recommends xdg-utils desktop-file-utils \
+    dbus-daemon dbus-bin at-spi2-core python3-pyatspi >/dev/null
 in_root find / -xdev -path /proc -prune -o -print | sort >"$work/before.txt"
 
 cp "$deb" "$root/tmp/"
@@ -61,7 +68,9 @@ handler=$(in_root xdg-mime query default x-scheme-handler/kvfb)
 echo "install-test: kvfb:// is handled by $handler"
 [ "$handler" = com.korvane3d.feedbackagent.desktop ] || { echo "install-test: wrong handler" >&2; exit 1; }
 
-in_root xdg-open 'kvfb://mode=bug,area=Other,lockarea/' >"$work/program.log" 2>&1 &
+bus=$(in_root dbus-daemon --session --fork --print-address=1)
+in_root env DBUS_SESSION_BUS_ADDRESS="$bus" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \
+    xdg-open 'kvfb://mode=bug,area=Other,lockarea/' >"$work/program.log" 2>&1 &
 program=$!
 title_pattern='^Korvane 3D.* Feedback Agent.*  Build '
 window=$(timeout 60 xdotool search --sync --onlyvisible --name "$title_pattern" | head -n 1) || {
@@ -90,7 +99,28 @@ for y in range(height - bh + 1):
         x = row(y).find(rows[0], x + 1)
 sys.exit("install-test: the bug report's banner is not in the window")
 PY
-kill "$(xdotool getwindowpid "$window")"
+
+# The same window through AT-SPI. The accessibility bus starts once the window is up:
+# Qt 5.15 joins a bus that appears later, but not one that is already there at start.
+pid=$(xdotool getwindowpid "$window")
+in_root env DBUS_SESSION_BUS_ADDRESS="$bus" /usr/libexec/at-spi-bus-launcher --launch-immediately \
+    >"$work/launcher.log" 2>&1 &
+cp "$top/tools/atspi-launch-state.py" "$root/tmp/"
+seen=$(in_root env DBUS_SESSION_BUS_ADDRESS="$bus" timeout 120 python3 /tmp/atspi-launch-state.py "$pid") || {
+    echo "install-test: the program's and the accessibility bus's output:" >&2
+    cat "$work/program.log" "$work/launcher.log" >&2
+    exit 1
+}
+expected_seen=$'area-list|Other\nstart-over|showing,disabled'
+if [ "$seen" != "$expected_seen" ]; then
+    echo "install-test: through AT-SPI the window shows" >&2
+    echo "$seen" >&2
+    echo "install-test: instead of" >&2
+    echo "$expected_seen" >&2
+    exit 1
+fi
+echo "install-test: through AT-SPI: $(echo "$seen" | tr '\n' ' ')"
+kill "$pid"
 wait "$program" 2>/dev/null || true
 program=
 
