@@ -96,12 +96,3 @@ std::unique_ptr<QObject> makeTest()
         QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
         runTestProgram(argc, argv, {&makeTest<TestObject>});                                                           \
     }
-
-// The same for a program of several test objects: after this file's class, those that
-// other files of the program make (each defines a function that returns its object).
-#define FB_TEST_MAIN_WITH(TestObject, ...)                                                                             \
-    int main(int argc, char *argv[])                                                                                   \
-    {                                                                                                                  \
-        QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
-        runTestProgram(argc, argv, {&makeTest<TestObject>, __VA_ARGS__});                                              \
-    }
