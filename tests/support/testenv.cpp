@@ -101,10 +101,10 @@ int execTests(QObject *testObject, int argc, char **argv)
 namespace {
 
 // The file of a "-o file[,format]" argument: every run of QtTest would start it anew.
-QString logFileOf(const QString &spec)
+QString logFileOf(const QString &output)
 {
-    const int comma = spec.lastIndexOf(QLatin1Char(','));
-    return comma > 0 && !spec.mid(comma).contains(QLatin1Char('/')) ? spec.left(comma) : spec;
+    const int comma = output.lastIndexOf(QLatin1Char(','));
+    return comma > 0 && !output.mid(comma).contains(QLatin1Char('/')) ? output.left(comma) : output;
 }
 
 // Runs one more test object with its log, if one is named, written beside the first
@@ -114,13 +114,13 @@ int execFollowingTests(QObject *testObject, int argc, char **argv)
     QList<QByteArray> args;
     for (int i = 0; i < argc; ++i)
         args << QByteArray(argv[i]);
-    const int option = args.indexOf("-o");
-    if (option < 0 || option + 1 >= args.size())
+    const int flag = args.indexOf("-o");
+    if (flag < 0 || flag + 1 >= args.size())
         return QTest::qExec(testObject, argc, argv);
-    const QString spec = QString::fromLocal8Bit(args.at(option + 1));
-    const QString log = logFileOf(spec);
+    const QString output = QString::fromLocal8Bit(args.at(flag + 1));
+    const QString log = logFileOf(output);
     const QString part = log + ".part";
-    args[option + 1] = (part + spec.mid(log.size())).toLocal8Bit();
+    args[flag + 1] = (part + output.mid(log.size())).toLocal8Bit();
     std::vector<char *> partArgv;
     for (QByteArray &arg : args)
         partArgv.push_back(arg.data());
