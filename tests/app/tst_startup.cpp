@@ -335,9 +335,6 @@ private slots:
     }
 };
 
-// The window's changes to its form (form/tst_form_window.cpp).
-std::unique_ptr<QObject> formWindowTests();
-
 // Started as a child by guardTakenShowsTheCriticalBoxAndExitsWithZero: it builds the
 // window while the port is held elsewhere and writes down the box that appears before
 // answering it; the guard then ends the process.
@@ -375,9 +372,8 @@ int main(int argc, char *argv[])
             return 3;
         }
         TestStartup tc;
-        const std::unique_ptr<QObject> formWindow = formWindowTests();
         QTEST_SET_MAIN_SOURCE_PATH
-        status = execTests({&tc, formWindow.get()}, argc, argv);
+        status = execTests(&tc, argc, argv);
     }
     endTestProcess(status);
 }

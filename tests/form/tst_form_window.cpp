@@ -24,8 +24,6 @@
 #include <QSizePolicy>
 #include <QtTest>
 
-#include <memory>
-
 namespace {
 
 const QString kFullTitle = QStringLiteral("Korvane 3D\u00AE Feedback Agent\u2122  Build 3126 (Win64) 21-Jun-2019");
@@ -457,9 +455,5 @@ private slots:
     }
 };
 
-std::unique_ptr<QObject> formWindowTests()
-{
-    return std::make_unique<TestFormWindow>();
-}
-
+FB_TEST_MAIN(TestFormWindow)
 #include "tst_form_window.moc"

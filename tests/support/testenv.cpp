@@ -3,7 +3,6 @@
 #include "app/processexit.h"
 #include "sysinfo/gathersysinfo.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -95,55 +94,7 @@ QString writeTestFile(const QString &path, const QByteArray &content)
 
 int execTests(QObject *testObject, int argc, char **argv)
 {
-    return execTests(std::vector<QObject *>{testObject}, argc, argv);
-}
-
-namespace {
-
-// The file of a "-o file[,format]" argument: every run of QtTest would start it anew.
-QString logFileOf(const QString &output)
-{
-    const int comma = output.lastIndexOf(QLatin1Char(','));
-    return comma > 0 && !output.mid(comma).contains(QLatin1Char('/')) ? output.left(comma) : output;
-}
-
-// Runs one more test object with its log, if one is named, written beside the first
-// one's and then appended to it, so that the log keeps every object's results.
-int execFollowingTests(QObject *testObject, int argc, char **argv)
-{
-    QList<QByteArray> args;
-    for (int i = 0; i < argc; ++i)
-        args << QByteArray(argv[i]);
-    const int flag = args.indexOf("-o");
-    if (flag < 0 || flag + 1 >= args.size())
-        return QTest::qExec(testObject, argc, argv);
-    const QString output = QString::fromLocal8Bit(args.at(flag + 1));
-    const QString log = logFileOf(output);
-    const QString part = log + ".part";
-    args[flag + 1] = (part + output.mid(log.size())).toLocal8Bit();
-    std::vector<char *> partArgv;
-    for (QByteArray &arg : args)
-        partArgv.push_back(arg.data());
-    const int status = QTest::qExec(testObject, argc, partArgv.data());
-    QFile in(part);
-    QFile out(log);
-    if (in.open(QIODevice::ReadOnly) && out.open(QIODevice::Append))
-        out.write(in.readAll());
-    in.remove();
-    return status;
-}
-
-} // namespace
-
-int execTests(const std::vector<QObject *> &testObjects, int argc, char **argv)
-{
-    int status = 0;
-    for (size_t i = 0; i < testObjects.size(); ++i) {
-        const int objectStatus =
-            i == 0 ? QTest::qExec(testObjects[i], argc, argv) : execFollowingTests(testObjects[i], argc, argv);
-        if (status == 0)
-            status = objectStatus;
-    }
+    const int status = QTest::qExec(testObject, argc, argv);
     GatherSysInfo::finishJobsBeforeExit(kEventWaitMs);
     return status;
 }
@@ -152,22 +103,4 @@ void endTestProcess(int status)
 {
     TestEnvironment::instance().tearDown();
     endProcess(status);
-}
-
-void runTestProgram(int argc, char **argv, const std::vector<TestMaker> &makers)
-{
-    TestEnvironment::instance();
-    int status = 0;
-    {
-        QApplication app(argc, argv);
-        app.setAttribute(Qt::AA_Use96Dpi, true);
-        std::vector<std::unique_ptr<QObject>> tests;
-        std::vector<QObject *> objects;
-        for (TestMaker make : makers) {
-            tests.push_back(make());
-            objects.push_back(tests.back().get());
-        }
-        status = execTests(objects, argc, argv);
-    }
-    endTestProcess(status);
 }

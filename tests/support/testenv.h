@@ -4,9 +4,6 @@
 #include <QString>
 #include <QTemporaryDir>
 
-#include <memory>
-#include <vector>
-
 // Points HOME, the XDG folders and TMPDIR at a fresh folder for the whole test
 // process, so that no test reads or writes the real home folder or settings.
 // Construct it before the application object (FB_TEST_MAIN does).
@@ -69,30 +66,24 @@ QString writeTestFile(const QString &path, const QByteArray &content = "x");
 // lets the machine-summary jobs that its windows started finish. Call it while the
 // application object exists.
 int execTests(QObject *testObject, int argc, char **argv);
-// The same for a program of several test objects, run in turn; the status is the
-// first failing one's.
-int execTests(const std::vector<QObject *> &testObjects, int argc, char **argv);
 
 // Ends a test process as the program ends (endProcess), after removing its private
 // folders: for a main of its own, after execTests and once the application is gone.
 [[noreturn]] void endTestProcess(int status);
-
-// A test program's main: isolates the environment before QApplication exists, makes
-// the test objects, runs them in turn and ends the process the program's way.
-using TestMaker = std::unique_ptr<QObject> (*)();
-[[noreturn]] void runTestProgram(int argc, char **argv, const std::vector<TestMaker> &makers);
-
-template <typename TestObject>
-std::unique_ptr<QObject> makeTest()
-{
-    return std::make_unique<TestObject>();
-}
 
 // Like QTEST_MAIN, but isolates the environment before QApplication exists, and ends
 // the process the program's way.
 #define FB_TEST_MAIN(TestObject)                                                                                       \
     int main(int argc, char *argv[])                                                                                   \
     {                                                                                                                  \
-        QTEST_SET_MAIN_SOURCE_PATH                                                                                     \
-        runTestProgram(argc, argv, {&makeTest<TestObject>});                                                           \
+        TestEnvironment::instance();                                                                                   \
+        int status = 0;                                                                                                \
+        {                                                                                                              \
+            QApplication app(argc, argv);                                                                              \
+            app.setAttribute(Qt::AA_Use96Dpi, true);                                                                   \
+            TestObject tc;                                                                                             \
+            QTEST_SET_MAIN_SOURCE_PATH                                                                                 \
+            status = execTests(&tc, argc, argv);                                                                       \
+        }                                                                                                              \
+        endTestProcess(status);                                                                                        \
     }
