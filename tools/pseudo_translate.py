@@ -123,13 +123,14 @@ def main(argv):
             translation.text = text
         count += 1
 
+    if count == 0:
+        # No output at all, so that the build does not take an empty catalogue as made.
+        print("pseudo_translate.py: no messages in " + args.input, file=sys.stderr)
+        return 1
     with open(args.output, "wb") as out:
         out.write(b'<?xml version="1.0" encoding="utf-8"?>\n<!DOCTYPE TS>\n')
         tree.write(out, encoding="utf-8", xml_declaration=False)
         out.write(b"\n")
-    if count == 0:
-        print("pseudo_translate.py: no messages in " + args.input, file=sys.stderr)
-        return 1
     return 0
 
 

@@ -86,7 +86,9 @@ class TestAccessibility : public QObject
     {
         for (const QString &line : expected) {
             const QString name = line.section(' ', 0, 0);
-            QCOMPARE(describe(find(name.toLatin1().constData())), line);
+            QWidget *widget = find(name.toLatin1().constData());
+            QVERIFY2(widget, qPrintable("no widget " + name));
+            QCOMPARE(describe(widget), line);
         }
     }
 
