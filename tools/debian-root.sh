@@ -21,10 +21,13 @@ if [ ! -s "$tarball" ]; then
     mkdir -p "$cache"
     echo "debian-root: making the cached root (debootstrap bookworm from $mirror)" >&2
     build=$(mktemp -d "$cache/build.XXXXXX")
+    # A debootstrap that fails may leave its /proc mounted: never delete through it.
+    trap 'umount -R "$build/root/proc" 2>/dev/null || true
+          grep -qF " $build/" /proc/self/mounts || rm -rf --one-file-system "$build"' EXIT
+    trap 'exit 130' INT TERM
     debootstrap --variant=minbase bookworm "$build/root" "$mirror" >&2
     # The finished root, so that each use only unpacks it.
     tar -C "$build/root" --numeric-owner -czf "$build/root.tar.gz" .
     mv "$build/root.tar.gz" "$tarball"
-    rm -rf --one-file-system "$build"
 fi
 echo "$tarball"

@@ -19,13 +19,27 @@ work=$(mktemp -d /var/tmp/fb-package-root.XXXXXX)
 root=$work/root
 mkdir -p "$root"
 program=
+# The processes running inside the root (the program, the buses, the registry).
+processes_in_root() {
+    local proc
+    for proc in /proc/[0-9]*; do
+        [ "$(readlink "$proc/root" 2>/dev/null)" != "$root" ] || echo "${proc#/proc/}"
+    done
+}
 cleanup() {
     [ -n "$program" ] && kill "$program" 2>/dev/null || true
-    # Whatever still runs inside the root (the buses, the registry) goes with it.
-    for proc in /proc/[0-9]*; do
-        [ "$(readlink "$proc/root" 2>/dev/null)" = "$root" ] && kill "${proc#/proc/}" 2>/dev/null
+    # They go first, so that nothing holds the mounts: asked, then after 5 s told.
+    local tries=0 left
+    while left=$(processes_in_root) && [ -n "$left" ] && [ $tries -lt 50 ]; do
+        # shellcheck disable=SC2086
+        if [ $tries -lt 25 ]; then kill $left 2>/dev/null; else kill -KILL $left 2>/dev/null; fi
+        sleep 0.2
+        tries=$((tries + 1))
     done
-    umount -R "$root/proc" "$root/dev" "$root/tmp/.X11-unix" 2>/dev/null || umount -lR "$root/dev" 2>/dev/null || true
+    local mount
+    for mount in "$root/tmp/.X11-unix" "$root/dev" "$root/proc"; do
+        umount -R "$mount" 2>/dev/null || umount -lR "$mount" 2>/dev/null || true
+    done
     if grep -qF " $root" /proc/self/mounts; then
         echo "install-test: something is still mounted under $root; left in place"
     else
@@ -33,6 +47,7 @@ cleanup() {
     fi
 }
 trap cleanup EXIT
+trap 'exit 130' INT TERM # so that the cleanup runs when the test is stopped
 
 tar -C "$root" --numeric-owner -xzf "$tarball"
 mount -t proc proc "$root/proc"
@@ -61,7 +76,8 @@ in_root find / -xdev -path /proc -prune -o -print | sort >"$work/before.txt"
 
 cp "$deb" "$root/tmp/"
 echo "install-test: apt-get install ./$(basename "$deb")"
-in_root apt-get install -y -q --no-install-recommends "/tmp/$(basename "$deb")" | grep -E '^(Setting up|The following NEW)' || true
+in_root apt-get install -y -q --no-install-recommends "/tmp/$(basename "$deb")" >"$work/install.log"
+grep -E '^(Setting up|The following NEW)' "$work/install.log" || true
 in_root dpkg -L feedbackagent | sort >"$work/files.txt"
 [ -x "$root/usr/bin/feedbackagent" ] || { echo "install-test: /usr/bin/feedbackagent is not there" >&2; exit 1; }
 handler=$(in_root xdg-mime query default x-scheme-handler/kvfb)
@@ -73,17 +89,21 @@ in_root env DBUS_SESSION_BUS_ADDRESS="$bus" QT_LINUX_ACCESSIBILITY_ALWAYS_ON=1 \
     xdg-open 'kvfb://mode=bug,area=Other,lockarea/' >"$work/program.log" 2>&1 &
 program=$!
 title_pattern='^Korvane 3D.* Feedback Agent.*  Build '
-window=$(timeout 60 xdotool search --sync --onlyvisible --name "$title_pattern" | head -n 1) || {
+window=$(timeout 60 xdotool search --sync --onlyvisible --limit 1 --name "$title_pattern") || {
     echo "install-test: no window titled like '$title_pattern' within 60 s" >&2
     exit 1
 }
 echo "install-test: window $window: $(xdotool getwindowname "$window")"
 # The bug report's banner, as the window shows it, against the picture the program
-# carries: found row for row in a shot of the window.
-shot=$work/shot.rgb
-size=$(timeout 30 bash -c "until import -window $window -depth 8 rgb:$shot 2>/dev/null; do sleep 0.2; done; xdotool getwindowgeometry $window | sed -n 's/.*Geometry: //p'")
-convert "$top/resources/images/Banner-Bug.png" -depth 8 rgb:"$work/banner.rgb"
-python3 - "$shot" "${size%x*}" "$work/banner.rgb" 680 <<'PY'
+# carries: found row for row in a shot of the window, shot again until it is there (the
+# first shots may come before the window is painted) or a minute has passed.
+banner=$top/resources/images/Banner-Bug.png
+convert "$banner" -depth 8 rgb:"$work/banner.rgb"
+deadline=$((SECONDS + 60))
+until import -window "$window" png:"$work/shot.png" 2>/dev/null &&
+    convert "$work/shot.png" -depth 8 rgb:"$work/shot.rgb" &&
+    python3 - "$work/shot.rgb" "$(identify -format %w "$work/shot.png")" \
+        "$work/banner.rgb" "$(identify -format %w "$banner")" <<'PY'
 import sys
 shot = open(sys.argv[1], 'rb').read(); width = int(sys.argv[2])
 banner = open(sys.argv[3], 'rb').read(); bw = int(sys.argv[4]); bh = len(banner) // (3 * bw)
@@ -97,11 +117,19 @@ for y in range(height - bh + 1):
             print(f"install-test: the bug report's banner is at {x // 3},{y} in the {width}x{height} window")
             sys.exit(0)
         x = row(y).find(rows[0], x + 1)
-sys.exit("install-test: the bug report's banner is not in the window")
+sys.exit(1)
 PY
+do
+    if [ $SECONDS -ge $deadline ]; then
+        echo "install-test: the bug report's banner is not in the window" >&2
+        exit 1
+    fi
+    sleep 0.2
+done
 
 # The same window through AT-SPI. The accessibility bus starts once the window is up:
-# Qt 5.15 joins a bus that appears later, but not one that is already there at start.
+# started before the program, it was never joined ("Not connected to D-Bus server");
+# started after, it is joined every time.
 pid=$(xdotool getwindowpid "$window")
 in_root env DBUS_SESSION_BUS_ADDRESS="$bus" /usr/libexec/at-spi-bus-launcher --launch-immediately \
     >"$work/launcher.log" 2>&1 &

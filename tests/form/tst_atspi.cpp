@@ -126,9 +126,9 @@ private slots:
         const QString window = windowdriver::waitForWindowOf(app.pid());
         QVERIFY2(!window.isEmpty(), app.output().constData());
 
-        // The accessibility bus comes once the window is up: Qt 5.15 joins a bus that
-        // appears later, while one already there at start-up it does not reach in time
-        // here (no AT_SPI_BUS on the root window), and the program is never registered.
+        // The accessibility bus starts once the window is up. Started before the program,
+        // it was never joined here ("Not connected to D-Bus server"); started after, it
+        // is joined every time.
         Helper busLauncher;
         busLauncher.process.setProcessEnvironment(env);
         busLauncher.process.start("/usr/libexec/at-spi-bus-launcher", {"--launch-immediately"});
