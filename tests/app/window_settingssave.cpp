@@ -367,4 +367,4 @@ private slots:
 };
 
 FB_TEST_MAIN(TestSettingsSave)
-#include "tst_settingssave.moc"
+#include "window_settingssave.moc"

@@ -201,4 +201,4 @@ private slots:
 };
 
 FB_TEST_MAIN(TestSettingsGeometry)
-#include "tst_settingsgeometry.moc"
+#include "window_settingsgeometry.moc"

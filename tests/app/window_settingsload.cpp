@@ -338,4 +338,4 @@ private slots:
 };
 
 FB_TEST_MAIN(TestSettingsLoad)
-#include "tst_settingsload.moc"
+#include "window_settingsload.moc"

@@ -377,4 +377,4 @@ int main(int argc, char *argv[])
     }
     endTestProcess(status);
 }
-#include "tst_startup.moc"
+#include "window_startup.moc"
