@@ -11,6 +11,4 @@ fb_add_test(app launchoptions PROGRAM TIMEOUT 600)
 target_compile_definitions(tst_launchoptions PRIVATE FB_WIDGET_STATE_PLUGIN_PATH="${FB_WIDGET_STATE_PLUGIN_PATH}")
 add_dependencies(tst_launchoptions fbwidgetstate)
 
-fb_add_test(app settingsload WINDOW EXECUTABLE tst_settingsload)
-fb_add_test(app settingssave WINDOW EXECUTABLE tst_settingssave)
-fb_add_test(app settingsgeometry WINDOW EXECUTABLE tst_settingsgeometry)
+# The window's loading and saving of the settings file are checked in app/window (CMakeLists.txt).

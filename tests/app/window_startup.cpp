@@ -1,12 +1,13 @@
 // The window as the constructor leaves it: title and icon, the single-instance guard,
 // the settings file it picks, its thumbnail folder, the intro screen, and the form's
 // signals it listens to.
+#include "windowtests.h"
+
 #include "form/mainwindow.h"
 #include "support/mainwindowprobe.h"
 #include "support/modalanswerer.h"
 #include "support/testenv.h"
 
-#include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
@@ -30,351 +31,288 @@ const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122 
 
 } // namespace
 
-class TestStartup : public QObject
+void WindowTests::titleAndIcon()
 {
-    Q_OBJECT
-
-private:
-    TestEnvironment &env = TestEnvironment::instance();
-    QString suite() const { return env.suiteFolder(); }
-    QString newFile() const { return env.settingsFile(); }
-    QString oldFile() const { return env.oldSettingsFile(); }
-
-private slots:
-    void init()
-    {
-        QDir(suite()).removeRecursively();
-        QFile::remove(oldFile());
-        QDir(env.thumbnailFolder()).removeRecursively();
-    }
-
-    void titleAndIcon()
-    {
-        MainWindow window;
-        QCOMPARE(window.windowTitle(), kTitle);
-        QCOMPARE(MainWindowProbe::titleText(window), kTitle);
-        QCOMPARE(kTitle.toUtf8(),
-                 QByteArray("Korvane 3D\xC2\xAE Feedback Agent\xE2\x84\xA2  Build 3126 (Win64) 21-Jun-2019"));
-        QVERIFY(!window.windowIcon().isNull());
-        const QImage icon = window.windowIcon().pixmap(64, 64).toImage();
-        const QImage expected = QIcon(":/images/FB_logo.png").pixmap(64, 64).toImage();
-        QCOMPARE(icon, expected);
-        QVERIFY(window.acceptDrops());
-        QCOMPARE(window.centralWidget()->objectName(), QString("centralWidget"));
-    }
-
-    void guardListensOnAllInterfaces()
-    {
-        MainWindow window;
-        QVERIFY(MainWindowProbe::instanceGuardListening(window));
-        QTcpSocket socket;
-        socket.connectToHost(QHostAddress::LocalHost, 23709);
-        QVERIFY(socket.waitForConnected(2000));
-        socket.abort();
-    }
-
-    void guardTakenShowsTheCriticalBoxAndExitsWithZero()
-    {
-        QTcpServer other;
-        QVERIFY(other.listen(QHostAddress::Any, 23709));
-        const QString record = env.root() + "/guard-child.bin";
-        QProcess child;
-        child.start(QCoreApplication::applicationFilePath(), {"--guard-child", record});
-        QVERIFY(child.waitForFinished(20000));
-        QCOMPARE(child.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(child.exitCode(), 0);
-
-        QFile in(record);
-        QVERIFY(in.open(QIODevice::ReadOnly));
-        QDataStream stream(&in);
-        ModalSnapshot shown;
-        stream >> shown.className >> shown.windowTitle >> shown.text >> shown.icon >> shown.buttons
-            >> shown.hasWindowIcon >> shown.windowIconImage;
-        QCOMPARE(shown.className, QString("QMessageBox"));
-        QCOMPARE(shown.windowTitle, kTitle);
-        QCOMPARE(shown.text, QString("Another instance of Feedback Agent seems to be running."));
-        QCOMPARE(shown.icon, int(QMessageBox::Critical));
-        QCOMPARE(shown.buttons, QStringList{"OK"});
-        QVERIFY(shown.hasWindowIcon);
-        QCOMPARE(shown.windowIconImage.convertToFormat(QImage::Format_ARGB32),
-                 QIcon(":/images/FB_logo.png").pixmap(32, 32).toImage().convertToFormat(QImage::Format_ARGB32));
-        // It ended before the thumbnail folder or the suite folder were made.
-        QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
-        QVERIFY(!QFileInfo::exists(suite()));
-    }
-
-    void guardIsFreedByTheDestructor()
-    {
-        {
-            MainWindow window;
-        }
-        QTcpServer probe;
-        QVERIFY(probe.listen(QHostAddress::Any, 23709));
-    }
-
-    void settingsFileWithNeitherFile()
-    {
-        MainWindow window;
-        QCOMPARE(MainWindowProbe::configPath(window), newFile());
-        QVERIFY(QFileInfo(suite()).isDir()); // created with its parents
-        QVERIFY(!QFile::exists(newFile())); // nothing written yet
-    }
-
-    void settingsFileWithBothFiles()
-    {
-        QVERIFY(QDir().mkpath(suite()));
-        QVERIFY(!writeTestFile(newFile()).isEmpty());
-        QVERIFY(!writeTestFile(oldFile()).isEmpty());
-        MainWindow window;
-        QCOMPARE(MainWindowProbe::configPath(window), newFile());
-        QVERIFY(!QFile::exists(oldFile())); // dropped, not merged
-        QVERIFY(QFile::exists(newFile()));
-    }
-
-    void settingsFileWithOnlyTheOldFile()
-    {
-        QVERIFY(!writeTestFile(oldFile(), "[application]\n").isEmpty());
-        MainWindow window;
-        QCOMPARE(MainWindowProbe::configPath(window), oldFile());
-        QVERIFY(QFile::exists(oldFile()));
-        QVERIFY(!QFile::exists(newFile()));
-        QVERIFY(QFileInfo(suite()).isDir());
-    }
-
-    void settingsFileWithOnlyTheNewFile()
-    {
-        QVERIFY(QDir().mkpath(suite()));
-        QVERIFY(!writeTestFile(newFile()).isEmpty());
-        MainWindow window;
-        QCOMPARE(MainWindowProbe::configPath(window), newFile());
-    }
-
-    void settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
-    {
-        // A regular file where the config folder should be: the suite folder cannot exist.
-        const QString blocker = env.root() + "/blocker";
-        QVERIFY(!writeTestFile(blocker).isEmpty());
-        const QByteArray saved = qgetenv(kSettingsBaseVariable);
-        qputenv(kSettingsBaseVariable, QDir::toNativeSeparators(blocker).toLocal8Bit());
-        std::unique_ptr<MainWindow> window(new MainWindow);
-        qputenv(kSettingsBaseVariable, saved);
-        QCOMPARE(MainWindowProbe::configPath(*window), oldFile());
-        QVERIFY(!QFile::exists(oldFile()));
-    }
-
-    void thumbnailFolderLivesAsLongAsTheWindow()
-    {
-        QString folder;
-        {
-            MainWindow window;
-            folder = MainWindowProbe::thumbnailFolder(window);
-            QCOMPARE(folder, env.thumbnailFolder());
-            QVERIFY(QFileInfo(folder).isDir());
-            QVERIFY(QDir().mkpath(folder + "/sub/deeper"));
-            QVERIFY(!writeTestFile(folder + "/shot.png").isEmpty());
-            QVERIFY(!writeTestFile(folder + "/.hidden").isEmpty());
-            QVERIFY(!writeTestFile(folder + "/sub/.hidden-too").isEmpty());
-            QVERIFY(!writeTestFile(folder + "/sub/deeper/file.bin").isEmpty());
-        }
-        QVERIFY(!QFileInfo::exists(folder));
-    }
-
-    void leftoverThumbnailFolderIsReused()
-    {
-        QVERIFY(QDir().mkpath(env.thumbnailFolder()));
-        QVERIFY(!writeTestFile(env.thumbnailFolder() + "/old.png").isEmpty());
-        MainWindow window;
-        QVERIFY(QFile::exists(env.thumbnailFolder() + "/old.png"));
-    }
-
-    void removeDirectoryTreeOfAMissingFolderSucceeds()
-    {
-        MainWindow window;
-        QVERIFY(window.removeDirectoryTree(env.root() + "/does-not-exist"));
-    }
-
-    void removeDirectoryTreeRemovesNestedFolders()
-    {
-        MainWindow window;
-        const QString tree = env.root() + "/tree";
-        QVERIFY(QDir().mkpath(tree + "/a/b"));
-        QVERIFY(!writeTestFile(tree + "/a/b/file").isEmpty());
-        QVERIFY(!writeTestFile(tree + "/a/.hidden").isEmpty());
-        QVERIFY(!writeTestFile(tree + "/c").isEmpty());
-        QVERIFY(window.removeDirectoryTree(tree));
-        QVERIFY(!QFileInfo::exists(tree));
-    }
-
-    void introScreenAfterConstruction()
-    {
-        MainWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
-        QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
-        QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
-        auto *tabs = MainWindowProbe::widget<QWidget>(window, "tabWidget");
-        auto *bug = MainWindowProbe::widget<QWidget>(window, "button_Bug_Report");
-        auto *feature = MainWindowProbe::widget<QWidget>(window, "button_Feature_Request");
-        auto *send = MainWindowProbe::widget<QPushButton>(window, "button_Send");
-        QVERIFY(tabs && bug && feature && send);
-        QVERIFY(!tabs->isVisible());
-        QVERIFY(bug->isVisible());
-        QVERIFY(feature->isVisible());
-        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "progressBar")->isVisible());
-        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "button_Start_Over")->isVisible());
-        QVERIFY(MainWindowProbe::widget<QWidget>(window, "layout_banner_main_2")->isVisible());
-        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "layout_banner_bug_2")->isVisible());
-        QVERIFY(!MainWindowProbe::widget<QWidget>(window, "layout_banner_feature_2")->isVisible());
-        QCOMPARE(send->text(), QString("Send..."));
-        QCOMPARE(send->toolTip(), QString("Select a feedback type to submit a report"));
-        QVERIFY(!send->isEnabled());
-    }
-
-    // Form signals the window listens to, checked by their effect: the signal is
-    // emitted as a user's action emits it, and what the slot does follows.
-    void emailTimerDrivesTheDomainCheck()
-    {
-        MainWindow window;
-        const QTimer &timer = MainWindowProbe::emailTimer(window);
-        QCOMPARE(timer.interval(), 2000);
-        QVERIFY(!timer.isActive());
-        QVERIFY(!timer.isSingleShot());
-        QVERIFY(QObject::disconnect(&timer, SIGNAL(timeout()), &window, SLOT(slot_validate_email_domain())));
-    }
-
-    void nameEditingFinishedRecomputesAndMarksModified()
-    {
-        // Not shown: the platform's placing of a shown window is a move that marks the
-        // settings modified by itself.
-        MainWindow window;
-        MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
-        auto *name = MainWindowProbe::widget<QLineEdit>(window, "line_Name");
-        QCOMPARE(name->styleSheet(), QString("border: 1px solid rgb(200, 150, 150)"));
-        QVERIFY(!MainWindowProbe::settingsModified(window));
-        // setText emits no textEdited; only editingFinished reaches the window.
-        name->setText("Ann");
-        QCOMPARE(name->styleSheet(), QString("border: 1px solid rgb(200, 150, 150)"));
-        emit name->editingFinished();
-        QCOMPARE(name->styleSheet(), QString());
-        QVERIFY(MainWindowProbe::settingsModified(window));
-    }
-
-    void nameTextEditedRecomputes()
-    {
-        MainWindow window;
-        MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
-        auto *name = MainWindowProbe::widget<QLineEdit>(window, "line_Name");
-        name->setFocus();
-        QTest::keyClicks(name, "A");
-        QCOMPARE(name->styleSheet(), QString());
-        QVERIFY(!MainWindowProbe::settingsModified(window));
-    }
-
-    void areaSelectionRecomputes()
-    {
-        MainWindow window;
-        MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
-        auto *area = MainWindowProbe::widget<QListWidget>(window, "list_Area");
-        QCOMPARE(area->styleSheet(), QString("border: 1px solid rgb(200, 150, 150)"));
-        area->setCurrentRow(3);
-        QCOMPARE(area->styleSheet(), QString());
-    }
-
-    void settingsCheckBoxUnlocksTheFrame()
-    {
-        MainWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
-        auto *frame = MainWindowProbe::widget<QWidget>(window, "frame_Settings");
-        QVERIFY(frame->isHidden());
-        MainWindowProbe::widget<QCheckBox>(window, "check_Settings")->setChecked(true);
-        QVERIFY(!frame->isHidden());
-    }
-
-    void rememberBoxMarksModified()
-    {
-        MainWindow window;
-        QVERIFY(!MainWindowProbe::settingsModified(window));
-        MainWindowProbe::widget<QCheckBox>(window, "check_Remember_My_Info")->setChecked(false);
-        QVERIFY(MainWindowProbe::settingsModified(window));
-    }
-
-    void bigButtonsChooseTheKind()
-    {
-        MainWindow window;
-        MainWindowProbe::widget<QPushButton>(window, "button_Bug_Report")->click();
-        QCOMPARE(MainWindowProbe::reportKind(window), qint32(BugReport));
-        QCOMPARE(MainWindowProbe::formState(window), qint32(Composing));
-        MainWindowProbe::widget<QPushButton>(window, "button_Start_Over")->click();
-        QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
-        QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
-        MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
-        QCOMPARE(MainWindowProbe::reportKind(window), qint32(FeatureRequest));
-    }
-
-    void cancelOnTheIntroScreenQuits()
-    {
-        MainWindow window;
-        QEventLoop loop;
-        QTimer::singleShot(0, &window, [&] { MainWindowProbe::widget<QPushButton>(window, "button_Cancel")->click(); });
-        QTimer::singleShot(5000, &loop, [&] { loop.exit(99); });
-        QCOMPARE(loop.exec(), 0);
-    }
-
-    void tabChangeMovesTheFocus()
-    {
-        MainWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
-        window.activateWindow();
-        MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
-        auto *tabs = MainWindowProbe::widget<QTabWidget>(window, "tabWidget");
-        tabs->setCurrentIndex(3);
-        auto *title = MainWindowProbe::widget<QComboBox>(window, "combo_Title");
-        QTRY_VERIFY(QApplication::focusWidget() == title || QApplication::focusWidget() == title->lineEdit());
-    }
-};
-
-// Started as a child by guardTakenShowsTheCriticalBoxAndExitsWithZero: it builds the
-// window while the port is held elsewhere and writes down the box that appears before
-// answering it; the guard then ends the process.
-static void writeGuardChildRecord(const QString &path, QWidget *modal)
-{
-    ModalSnapshot shown = ModalAnswerer::snapshot(modal);
-    QFile out(path);
-    if (!out.open(QIODevice::WriteOnly))
-        return;
-    QDataStream stream(&out);
-    stream << shown.className << shown.windowTitle << shown.text << shown.icon << shown.buttons << shown.hasWindowIcon
-           << modal->windowIcon().pixmap(32, 32).toImage();
+    MainWindow window;
+    QCOMPARE(window.windowTitle(), kTitle);
+    QCOMPARE(MainWindowProbe::titleText(window), kTitle);
+    QCOMPARE(kTitle.toUtf8(),
+             QByteArray("Korvane 3D\xC2\xAE Feedback Agent\xE2\x84\xA2  Build 3126 (Win64) 21-Jun-2019"));
+    QVERIFY(!window.windowIcon().isNull());
+    const QImage icon = window.windowIcon().pixmap(64, 64).toImage();
+    const QImage expected = QIcon(":/images/FB_logo.png").pixmap(64, 64).toImage();
+    QCOMPARE(icon, expected);
+    QVERIFY(window.acceptDrops());
+    QCOMPARE(window.centralWidget()->objectName(), QString("centralWidget"));
 }
 
-int main(int argc, char *argv[])
+void WindowTests::guardListensOnAllInterfaces()
 {
-    // The guard child keeps the environment of the test that started it (HOME, XDG and
-    // TMPDIR point at that test's private folder), so the test can see whether the
-    // child made its thumbnail or suite folder.
-    const bool guardChild = argc == 3 && QByteArray(argv[1]) == "--guard-child";
-    if (!guardChild)
-        TestEnvironment::instance();
-    int status = 0;
-    {
-        QApplication app(argc, argv);
-        if (guardChild) {
-            const QString record = QString::fromLocal8Bit(argv[2]);
-            ModalAnswerer answerer;
-            answerer.then([record](QWidget *modal) {
-                writeGuardChildRecord(record, modal);
-                for (QAbstractButton *button : modal->findChildren<QAbstractButton *>())
-                    button->click();
-            });
-            MainWindow window; // the guard ends the process here
-            return 3;
-        }
-        TestStartup tc;
-        QTEST_SET_MAIN_SOURCE_PATH
-        status = execTests(&tc, argc, argv);
-    }
-    endTestProcess(status);
+    MainWindow window;
+    QVERIFY(MainWindowProbe::instanceGuardListening(window));
+    QTcpSocket socket;
+    socket.connectToHost(QHostAddress::LocalHost, 23709);
+    QVERIFY(socket.waitForConnected(2000));
+    socket.abort();
 }
-#include "window_startup.moc"
+
+void WindowTests::guardTakenShowsTheCriticalBoxAndExitsWithZero()
+{
+    QTcpServer other;
+    QVERIFY(other.listen(QHostAddress::Any, 23709));
+    const QString record = env.root() + "/guard-child.bin";
+    QProcess child;
+    child.start(QCoreApplication::applicationFilePath(), {"--guard-child", record});
+    QVERIFY(child.waitForFinished(20000));
+    QCOMPARE(child.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(child.exitCode(), 0);
+
+    QFile in(record);
+    QVERIFY(in.open(QIODevice::ReadOnly));
+    QDataStream stream(&in);
+    ModalSnapshot shown;
+    stream >> shown.className >> shown.windowTitle >> shown.text >> shown.icon >> shown.buttons >> shown.hasWindowIcon
+        >> shown.windowIconImage;
+    QCOMPARE(shown.className, QString("QMessageBox"));
+    QCOMPARE(shown.windowTitle, kTitle);
+    QCOMPARE(shown.text, QString("Another instance of Feedback Agent seems to be running."));
+    QCOMPARE(shown.icon, int(QMessageBox::Critical));
+    QCOMPARE(shown.buttons, QStringList{"OK"});
+    QVERIFY(shown.hasWindowIcon);
+    QCOMPARE(shown.windowIconImage.convertToFormat(QImage::Format_ARGB32),
+             QIcon(":/images/FB_logo.png").pixmap(32, 32).toImage().convertToFormat(QImage::Format_ARGB32));
+    // It ended before the thumbnail folder or the suite folder were made.
+    QVERIFY(!QFileInfo::exists(env.thumbnailFolder()));
+    QVERIFY(!QFileInfo::exists(suite()));
+}
+
+void WindowTests::guardIsFreedByTheDestructor()
+{
+    {
+        MainWindow window;
+    }
+    QTcpServer probe;
+    QVERIFY(probe.listen(QHostAddress::Any, 23709));
+}
+
+void WindowTests::settingsFileWithNeitherFile()
+{
+    MainWindow window;
+    QCOMPARE(MainWindowProbe::configPath(window), newFile());
+    QVERIFY(QFileInfo(suite()).isDir()); // created with its parents
+    QVERIFY(!QFile::exists(newFile())); // nothing written yet
+}
+
+void WindowTests::settingsFileWithBothFiles()
+{
+    QVERIFY(QDir().mkpath(suite()));
+    QVERIFY(!writeTestFile(newFile()).isEmpty());
+    QVERIFY(!writeTestFile(oldFile()).isEmpty());
+    MainWindow window;
+    QCOMPARE(MainWindowProbe::configPath(window), newFile());
+    QVERIFY(!QFile::exists(oldFile())); // dropped, not merged
+    QVERIFY(QFile::exists(newFile()));
+}
+
+void WindowTests::settingsFileWithOnlyTheOldFile()
+{
+    QVERIFY(!writeTestFile(oldFile(), "[application]\n").isEmpty());
+    MainWindow window;
+    QCOMPARE(MainWindowProbe::configPath(window), oldFile());
+    QVERIFY(QFile::exists(oldFile()));
+    QVERIFY(!QFile::exists(newFile()));
+    QVERIFY(QFileInfo(suite()).isDir());
+}
+
+void WindowTests::settingsFileWithOnlyTheNewFile()
+{
+    QVERIFY(QDir().mkpath(suite()));
+    QVERIFY(!writeTestFile(newFile()).isEmpty());
+    MainWindow window;
+    QCOMPARE(MainWindowProbe::configPath(window), newFile());
+}
+
+void WindowTests::settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
+{
+    // A regular file where the config folder should be: the suite folder cannot exist.
+    const QString blocker = env.root() + "/blocker";
+    QVERIFY(!writeTestFile(blocker).isEmpty());
+    const QByteArray saved = qgetenv(kSettingsBaseVariable);
+    qputenv(kSettingsBaseVariable, QDir::toNativeSeparators(blocker).toLocal8Bit());
+    std::unique_ptr<MainWindow> window(new MainWindow);
+    qputenv(kSettingsBaseVariable, saved);
+    QCOMPARE(MainWindowProbe::configPath(*window), oldFile());
+    QVERIFY(!QFile::exists(oldFile()));
+}
+
+void WindowTests::thumbnailFolderLivesAsLongAsTheWindow()
+{
+    QString folder;
+    {
+        MainWindow window;
+        folder = MainWindowProbe::thumbnailFolder(window);
+        QCOMPARE(folder, env.thumbnailFolder());
+        QVERIFY(QFileInfo(folder).isDir());
+        QVERIFY(QDir().mkpath(folder + "/sub/deeper"));
+        QVERIFY(!writeTestFile(folder + "/shot.png").isEmpty());
+        QVERIFY(!writeTestFile(folder + "/.hidden").isEmpty());
+        QVERIFY(!writeTestFile(folder + "/sub/.hidden-too").isEmpty());
+        QVERIFY(!writeTestFile(folder + "/sub/deeper/file.bin").isEmpty());
+    }
+    QVERIFY(!QFileInfo::exists(folder));
+}
+
+void WindowTests::leftoverThumbnailFolderIsReused()
+{
+    QVERIFY(QDir().mkpath(env.thumbnailFolder()));
+    QVERIFY(!writeTestFile(env.thumbnailFolder() + "/old.png").isEmpty());
+    MainWindow window;
+    QVERIFY(QFile::exists(env.thumbnailFolder() + "/old.png"));
+}
+
+void WindowTests::removeDirectoryTreeOfAMissingFolderSucceeds()
+{
+    MainWindow window;
+    QVERIFY(window.removeDirectoryTree(env.root() + "/does-not-exist"));
+}
+
+void WindowTests::removeDirectoryTreeRemovesNestedFolders()
+{
+    MainWindow window;
+    const QString tree = env.root() + "/tree";
+    QVERIFY(QDir().mkpath(tree + "/a/b"));
+    QVERIFY(!writeTestFile(tree + "/a/b/file").isEmpty());
+    QVERIFY(!writeTestFile(tree + "/a/.hidden").isEmpty());
+    QVERIFY(!writeTestFile(tree + "/c").isEmpty());
+    QVERIFY(window.removeDirectoryTree(tree));
+    QVERIFY(!QFileInfo::exists(tree));
+}
+
+void WindowTests::introScreenAfterConstruction()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
+    auto *tabs = MainWindowProbe::widget<QWidget>(window, "tabWidget");
+    auto *bug = MainWindowProbe::widget<QWidget>(window, "button_Bug_Report");
+    auto *feature = MainWindowProbe::widget<QWidget>(window, "button_Feature_Request");
+    auto *send = MainWindowProbe::widget<QPushButton>(window, "button_Send");
+    QVERIFY(tabs && bug && feature && send);
+    QVERIFY(!tabs->isVisible());
+    QVERIFY(bug->isVisible());
+    QVERIFY(feature->isVisible());
+    QVERIFY(!MainWindowProbe::widget<QWidget>(window, "progressBar")->isVisible());
+    QVERIFY(!MainWindowProbe::widget<QWidget>(window, "button_Start_Over")->isVisible());
+    QVERIFY(MainWindowProbe::widget<QWidget>(window, "layout_banner_main_2")->isVisible());
+    QVERIFY(!MainWindowProbe::widget<QWidget>(window, "layout_banner_bug_2")->isVisible());
+    QVERIFY(!MainWindowProbe::widget<QWidget>(window, "layout_banner_feature_2")->isVisible());
+    QCOMPARE(send->text(), QString("Send..."));
+    QCOMPARE(send->toolTip(), QString("Select a feedback type to submit a report"));
+    QVERIFY(!send->isEnabled());
+}
+
+// Form signals the window listens to, checked by their effect: the signal is
+// emitted as a user's action emits it, and what the slot does follows.
+void WindowTests::emailTimerDrivesTheDomainCheck()
+{
+    MainWindow window;
+    const QTimer &timer = MainWindowProbe::emailTimer(window);
+    QCOMPARE(timer.interval(), 2000);
+    QVERIFY(!timer.isActive());
+    QVERIFY(!timer.isSingleShot());
+    QVERIFY(QObject::disconnect(&timer, SIGNAL(timeout()), &window, SLOT(slot_validate_email_domain())));
+}
+
+void WindowTests::nameEditingFinishedRecomputesAndMarksModified()
+{
+    // Not shown: the platform's placing of a shown window is a move that marks the
+    // settings modified by itself.
+    MainWindow window;
+    MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
+    auto *name = MainWindowProbe::widget<QLineEdit>(window, "line_Name");
+    QCOMPARE(name->styleSheet(), QString("border: 1px solid rgb(200, 150, 150)"));
+    QVERIFY(!MainWindowProbe::settingsModified(window));
+    // setText emits no textEdited; only editingFinished reaches the window.
+    name->setText("Ann");
+    QCOMPARE(name->styleSheet(), QString("border: 1px solid rgb(200, 150, 150)"));
+    emit name->editingFinished();
+    QCOMPARE(name->styleSheet(), QString());
+    QVERIFY(MainWindowProbe::settingsModified(window));
+}
+
+void WindowTests::nameTextEditedRecomputes()
+{
+    MainWindow window;
+    MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
+    auto *name = MainWindowProbe::widget<QLineEdit>(window, "line_Name");
+    name->setFocus();
+    QTest::keyClicks(name, "A");
+    QCOMPARE(name->styleSheet(), QString());
+    QVERIFY(!MainWindowProbe::settingsModified(window));
+}
+
+void WindowTests::areaSelectionRecomputes()
+{
+    MainWindow window;
+    MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
+    auto *area = MainWindowProbe::widget<QListWidget>(window, "list_Area");
+    QCOMPARE(area->styleSheet(), QString("border: 1px solid rgb(200, 150, 150)"));
+    area->setCurrentRow(3);
+    QCOMPARE(area->styleSheet(), QString());
+}
+
+void WindowTests::settingsCheckBoxUnlocksTheFrame()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
+    auto *frame = MainWindowProbe::widget<QWidget>(window, "frame_Settings");
+    QVERIFY(frame->isHidden());
+    MainWindowProbe::widget<QCheckBox>(window, "check_Settings")->setChecked(true);
+    QVERIFY(!frame->isHidden());
+}
+
+void WindowTests::rememberBoxMarksModified()
+{
+    MainWindow window;
+    QVERIFY(!MainWindowProbe::settingsModified(window));
+    MainWindowProbe::widget<QCheckBox>(window, "check_Remember_My_Info")->setChecked(false);
+    QVERIFY(MainWindowProbe::settingsModified(window));
+}
+
+void WindowTests::bigButtonsChooseTheKind()
+{
+    MainWindow window;
+    MainWindowProbe::widget<QPushButton>(window, "button_Bug_Report")->click();
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(BugReport));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(Composing));
+    MainWindowProbe::widget<QPushButton>(window, "button_Start_Over")->click();
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
+    MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(FeatureRequest));
+}
+
+void WindowTests::cancelOnTheIntroScreenQuits()
+{
+    MainWindow window;
+    QEventLoop loop;
+    QTimer::singleShot(0, &window, [&] { MainWindowProbe::widget<QPushButton>(window, "button_Cancel")->click(); });
+    QTimer::singleShot(5000, &loop, [&] { loop.exit(99); });
+    QCOMPARE(loop.exec(), 0);
+}
+
+void WindowTests::tabChangeMovesTheFocus()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
+    window.activateWindow();
+    MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
+    auto *tabs = MainWindowProbe::widget<QTabWidget>(window, "tabWidget");
+    tabs->setCurrentIndex(3);
+    auto *title = MainWindowProbe::widget<QComboBox>(window, "combo_Title");
+    QTRY_VERIFY(QApplication::focusWidget() == title || QApplication::focusWidget() == title->lineEdit());
+}
