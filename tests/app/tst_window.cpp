@@ -18,6 +18,8 @@ void WindowTests::init()
     // No settings file of either kind and no thumbnail folder: the window starts as it
     // does the first time.
     settingsfiles::removeAll();
+    // The window summary group also starts without a summary job at work or a dump.
+    initWindowSummary();
 }
 
 // Started as a child by guardTakenShowsTheCriticalBoxAndExitsWithZero: it builds the

@@ -1,16 +1,29 @@
 #pragma once
 
-// The checks that build the whole MainWindow around its start and its settings, in
-// one program so that they take the port in one turn. Each group below has a file of
-// its own: tests/app/window_<group>.cpp.
+// The checks that build the whole MainWindow around its start, its settings and its
+// system-information worker, in one program so that they take the port in one turn.
+// Each group below has a file of its own: tests/app/window_<group>.cpp, and for the
+// worker tests/sysinfo/windowsummary.cpp.
 #include "support/testenv.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QString>
+
+#include <memory>
+
+class GatherSysInfo;
+class MainWindow;
+class ObjectTracker;
+class QThread;
 
 class WindowTests : public QObject
 {
     Q_OBJECT
+
+public:
+    WindowTests();
+    ~WindowTests() override;
 
 private:
     // The process's isolated environment and where the program keeps its settings there.
@@ -18,6 +31,16 @@ private:
     QString suite() const { return env.suiteFolder(); }
     QString newFile() const { return env.settingsFile(); }
     QString oldFile() const { return env.oldSettingsFile(); }
+
+    // For the window summary group: the recorder of the objects the window creates,
+    // made at its first use, and a window built under it with its worker and thread.
+    std::unique_ptr<ObjectTracker> m_tracker;
+    ObjectTracker &summaryTracker();
+    // The part of init for the window summary group.
+    void initWindowSummary();
+#ifndef Q_OS_WIN
+    void makeWindow(std::unique_ptr<MainWindow> &window, QPointer<GatherSysInfo> &worker, QPointer<QThread> &thread);
+#endif
 
 private slots:
     // Every test starts without settings files or thumbnails.
@@ -105,4 +128,15 @@ private slots:
     void pinnedWindowSnapsBack();
     void pinnedWindowTakesBackItsRecordedSizeToo();
     void recordedGeometryIsSaved();
+
+    // windowsummary: the summary the window's own worker delivers, the worker and its
+    // thread deleting themselves, a window closed while the worker runs, the check box's
+    // tool tip. Last, so that Qt's object hooks it takes are taken after the other groups.
+    void windowStoresTheSummaryAndItsWorkerGoesAway();
+#ifndef Q_OS_WIN
+    void workerHeldAtItsFileThenLetGo();
+    void windowClosedWhileTheWorkerRuns();
+#endif
+    void toolTipShowsTheSummaryDecoded();
+    void slotOnlyStores();
 };
