@@ -1,6 +1,7 @@
 # The attachment list and the clipboard paste.
-fb_add_test(attachments attachmentlist WINDOW)
-fb_add_test(attachments attachmentsources WINDOW)
+fb_add_test(attachments attachments_window WINDOW
+            SOURCES attachments/attachmentswindowtests.h attachments/attachmentlist.cpp
+                    attachments/attachmentsources.cpp)
 fb_add_test(attachments clipboarddib)
 fb_add_test(attachments clipboardxclip XVFB LINUX)
 if(WIN32)
