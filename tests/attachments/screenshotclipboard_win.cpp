@@ -3,6 +3,7 @@
 // A full-screen window of the test pattern stands for the screen, since Windows has
 // no root window for a test to paint on.
 #include "attachments/screenshot.h"
+#include "attachmentswindowx11tests.h"
 #include "capturetesting.h"
 #include "form/mainwindow.h"
 #include "overlaywatcher.h"
@@ -18,8 +19,6 @@
 #include <QScreen>
 #include <QTreeWidget>
 #include <QtTest>
-
-#include <memory>
 
 using namespace CaptureTesting;
 
@@ -49,63 +48,51 @@ private:
 
 } // namespace
 
-class TestScreenShotClipboard : public QObject
+const QStringList AttachmentsWindowX11Tests::shotClipboardFunctions = {"shotIsOnTheClipboardForOtherPrograms"};
+
+// What init() does for this section's function.
+void AttachmentsWindowX11Tests::showPattern()
 {
-    Q_OBJECT
+    screen = QGuiApplication::primaryScreen()->geometry();
+    QVERIFY(screen.width() >= 200 && screen.height() >= 200);
+    pattern = std::make_unique<PatternWindow>(screen);
+    pattern->showFullScreen();
+    QVERIFY(QTest::qWaitForWindowExposed(pattern.get(), kEventWaitMs));
+    QVERIFY(QTest::qWaitFor([&] { return pattern->mapToGlobal(QPoint(0, 0)) == screen.topLeft(); }, kEventWaitMs));
+}
 
-private:
-    std::unique_ptr<PatternWindow> pattern;
-    QRect screen;
+void AttachmentsWindowX11Tests::shotIsOnTheClipboardForOtherPrograms()
+{
+    MainWindow window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
+    ModalAnswerer answerer;
+    answerer.enterText("clip");
+    OverlayWatcher watcher([](ScreenShot *overlay) { leftDrag(overlay, QPoint(40, 30), QPoint(140, 110)); });
 
-private slots:
-    void initTestCase()
-    {
-        screen = QGuiApplication::primaryScreen()->geometry();
-        QVERIFY(screen.width() >= 200 && screen.height() >= 200);
-        pattern = std::make_unique<PatternWindow>(screen);
-        pattern->showFullScreen();
-        QVERIFY(QTest::qWaitForWindowExposed(pattern.get(), kEventWaitMs));
-        QVERIFY(QTest::qWaitFor([&] { return pattern->mapToGlobal(QPoint(0, 0)) == screen.topLeft(); }, kEventWaitMs));
-    }
+    MainWindowProbe::widget<QPushButton>(window, "button_Screen_Shot")->click();
+    QVERIFY(MainWindowProbe::geometryPinned(window));
+    QVERIFY(QTest::qWaitFor([&] { return !MainWindowProbe::geometryPinned(window); }, kEventWaitMs));
+    QVERIFY(watcher.fired());
+    QVERIFY(!watcher.rescued);
+    // What was grabbed is the pattern, so the pixels below can be told apart.
+    QCOMPARE(patternMismatch(watcher.background.toImage(), QRect(QPoint(0, 0), screen.size())), QString());
+    QCOMPARE(MainWindowProbe::widget<QTreeWidget>(window, "tree_Attachments")->topLevelItemCount(), 1);
 
-    void shotIsOnTheClipboardForOtherPrograms()
-    {
-        MainWindow window;
-        window.show();
-        QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
-        ModalAnswerer answerer;
-        answerer.enterText("clip");
-        OverlayWatcher watcher([](ScreenShot *overlay) { leftDrag(overlay, QPoint(40, 30), QPoint(140, 110)); });
-
-        MainWindowProbe::widget<QPushButton>(window, "button_Screen_Shot")->click();
-        QVERIFY(MainWindowProbe::geometryPinned(window));
-        QVERIFY(QTest::qWaitFor([&] { return !MainWindowProbe::geometryPinned(window); }, kEventWaitMs));
-        QVERIFY(watcher.fired());
-        QVERIFY(!watcher.rescued);
-        // What was grabbed is the pattern, so the pixels below can be told apart.
-        QCOMPARE(patternMismatch(watcher.background.toImage(), QRect(QPoint(0, 0), screen.size())), QString());
-        QCOMPARE(MainWindowProbe::widget<QTreeWidget>(window, "tree_Attachments")->topLevelItemCount(), 1);
-
-        const QString bmp = TestEnvironment::instance().temp() + "/from-the-clipboard.bmp";
-        QProcess reader;
-        reader.setProcessChannelMode(QProcess::ForwardedChannels);
-        reader.start(QStringLiteral(FB_CLIPBOARD_BMP_READER), {QDir::toNativeSeparators(bmp)});
-        QVERIFY(reader.waitForFinished(kEventWaitMs));
-        QCOMPARE(reader.exitStatus(), QProcess::NormalExit);
-        QCOMPARE(reader.exitCode(), 0);
-        QFile file(bmp);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        const QByteArray bytes = file.readAll();
-        QVERIFY(bytes.size() > 54);
-        QCOMPARE(bytes.left(2), QByteArray("BM"));
-        // The bitmap's own header: 24 bits per pixel, as the program puts it there.
-        QCOMPARE(quint8(bytes.at(28)) | quint8(bytes.at(29)) << 8, 24);
-        const QImage pasted = QImage::fromData(bytes, "BMP");
-        QCOMPARE(patternMismatch(pasted, QRect(40, 30, 100, 80)), QString());
-    }
-
-    void cleanupTestCase() { pattern.reset(); }
-};
-
-FB_TEST_MAIN(TestScreenShotClipboard)
-#include "tst_screenshotclipboard.moc"
+    const QString bmp = TestEnvironment::instance().temp() + "/from-the-clipboard.bmp";
+    QProcess reader;
+    reader.setProcessChannelMode(QProcess::ForwardedChannels);
+    reader.start(QStringLiteral(FB_CLIPBOARD_BMP_READER), {QDir::toNativeSeparators(bmp)});
+    QVERIFY(reader.waitForFinished(kEventWaitMs));
+    QCOMPARE(reader.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(reader.exitCode(), 0);
+    QFile file(bmp);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QVERIFY(bytes.size() > 54);
+    QCOMPARE(bytes.left(2), QByteArray("BM"));
+    // The bitmap's own header: 24 bits per pixel, as the program puts it there.
+    QCOMPARE(quint8(bytes.at(28)) | quint8(bytes.at(29)) << 8, 24);
+    const QImage pasted = QImage::fromData(bytes, "BMP");
+    QCOMPARE(patternMismatch(pasted, QRect(40, 30, 100, 80)), QString());
+}
