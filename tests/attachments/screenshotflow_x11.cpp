@@ -1,0 +1,391 @@
+// Take Screen Shot end to end on a real X server (Xvfb + openbox): the delay timer,
+// the minimised wait, the grab of a known screen picture, the overlay driven with
+// real pointer and key input, the name dialog, the attachment, the clipboard and the
+// restored window.
+#include "attachments/screenshot.h"
+#include "attachmentswindowx11tests.h"
+#include "capturetesting.h"
+#include "form/mainwindow.h"
+#include "overlaywatcher.h"
+#include "support/mainwindowprobe.h"
+#include "support/modalanswerer.h"
+#include "support/testenv.h"
+
+#include <QAbstractEventDispatcher>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTreeWidget>
+#include <QtTest>
+
+using namespace CaptureTesting;
+
+namespace {
+
+const QRect kScreen(0, 0, 1920, 1080);
+
+QList<QObject *> pendingSingleShots()
+{
+    QList<QObject *> timers;
+    const auto children = QAbstractEventDispatcher::instance()->children();
+    for (QObject *child : children) {
+        if (qstrcmp(child->metaObject()->className(), "QSingleShotTimer") == 0)
+            timers << child;
+    }
+    return timers;
+}
+
+int intervalOf(QObject *timer)
+{
+    const auto timers = QAbstractEventDispatcher::instance()->registeredTimers(timer);
+    return timers.isEmpty() ? -1 : timers.first().interval;
+}
+
+// The single-shot timers started since `before` was taken; with an interval given,
+// only those of that interval.
+QList<QObject *> startedSince(const QList<QObject *> &before, int interval = -1)
+{
+    QList<QObject *> started;
+    for (QObject *timer : pendingSingleShots()) {
+        if (!before.contains(timer) && (interval < 0 || intervalOf(timer) == interval))
+            started << timer;
+    }
+    return started;
+}
+
+// What the name dialog looked like when it was answered.
+struct NameDialogSeen
+{
+    QString title;
+    QString label;
+    QString text;
+    int echoMode = -1;
+};
+
+// Accepts the name dialog with `name` after noting how it looked.
+ModalAnswerer::Answer nameWith(const QString &name, NameDialogSeen *seen)
+{
+    return [name, seen](QWidget *modal) {
+        QInputDialog *input = qobject_cast<QInputDialog *>(modal);
+        if (!input) {
+            modal->close();
+            return;
+        }
+        seen->title = input->windowTitle();
+        seen->label = input->labelText();
+        seen->text = input->textValue();
+        seen->echoMode = input->textEchoMode();
+        input->setTextValue(name);
+        input->accept();
+    };
+}
+
+} // namespace
+
+// Called by initTestCase(): stops at once, with the reason, where the flow could only
+// time out.
+void AttachmentsWindowX11Tests::prepareScreen()
+{
+    const QString problem = windowManagerMinimiseProblem();
+    QVERIFY2(problem.isEmpty(), qPrintable(problem));
+    QCOMPARE(QGuiApplication::primaryScreen()->geometry(), kScreen);
+    QVERIFY(paintRootPattern());
+    QCursor::setPos(kScreen.bottomRight());
+}
+
+void AttachmentsWindowX11Tests::showWindow()
+{
+    window = std::make_unique<MainWindow>();
+    window->show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.get(), kEventWaitMs));
+}
+
+bool AttachmentsWindowX11Tests::pinned() const
+{
+    return MainWindowProbe::geometryPinned(*window);
+}
+
+// Clicks Take Screen Shot and waits until the flow has given the window back.
+void AttachmentsWindowX11Tests::takeScreenShot(int timeoutMs)
+{
+    widget<QPushButton>("button_Screen_Shot")->click();
+    QVERIFY(pinned());
+    QVERIFY(QTest::qWaitFor([&] { return !pinned(); }, timeoutMs));
+    // Back on the screen and settled with the window manager, as a user would
+    // see it before the next click.
+    QVERIFY(
+        QTest::qWaitFor([&] { return window->windowHandle()->isExposed() && window->isActiveWindow(); }, kEventWaitMs));
+    QVERIFY(!window->isMinimized());
+}
+
+QString AttachmentsWindowX11Tests::thumbnail(const QString &fileName) const
+{
+    return QDir::toNativeSeparators(MainWindowProbe::thumbnailFolder(*window) + "/" + fileName);
+}
+
+QTreeWidget *AttachmentsWindowX11Tests::tree()
+{
+    return widget<QTreeWidget>("tree_Attachments");
+}
+
+// Delay "0" or empty: 2 s; "5": 5 s; "120": capped at one minute. The window is
+// minimised and pinned while the timer runs.
+void AttachmentsWindowX11Tests::delayStartsTheTimer_data()
+{
+    QTest::addColumn<QString>("delay");
+    QTest::addColumn<int>("interval");
+    QTest::newRow("empty") << "" << 2000;
+    QTest::newRow("0") << "0" << 2000;
+    QTest::newRow("5") << "5" << 5000;
+    QTest::newRow("120") << "120" << 60000;
+}
+
+void AttachmentsWindowX11Tests::delayStartsTheTimer()
+{
+    QFETCH(QString, delay);
+    QFETCH(int, interval);
+    showWindow();
+    widget<QLineEdit>("line_Snapshot_Delay")->setText(delay);
+    QVERIFY(!pinned());
+    const QList<QObject *> before = pendingSingleShots();
+    widget<QPushButton>("button_Screen_Shot")->click();
+    QVERIFY(pinned());
+    QVERIFY(window->isMinimized());
+    const QList<QObject *> started = startedSince(before);
+    QCOMPARE(started.size(), 1);
+    QCOMPARE(intervalOf(started.first()), interval);
+    // Stop the wait here; the window comes back by hand.
+    delete started.first();
+    window->showNormal();
+}
+
+void AttachmentsWindowX11Tests::waitsUntilTheWindowIsMinimised()
+{
+    showWindow();
+    bool pinnedDuringOverlay = false;
+    OverlayWatcher watcher([&](ScreenShot *) {
+        pinnedDuringOverlay = pinned();
+        xdotool({"key", "Escape"});
+    });
+    // Not minimised: no overlay, a re-check in 100 ms, again and again.
+    const QList<QObject *> before = pendingSingleShots();
+    QVERIFY(QMetaObject::invokeMethod(window.get(), "slot_screen_shot"));
+    QList<QObject *> started = startedSince(before);
+    QCOMPARE(started.size(), 1);
+    QCOMPARE(intervalOf(started.first()), 100);
+    QTest::qWait(350);
+    QVERIFY(!watcher.fired());
+    QVERIFY(!OverlayWatcher::findOverlay());
+    started = startedSince(before);
+    QCOMPARE(started.size(), 1);
+    QCOMPARE(intervalOf(started.first()), 100);
+
+    // Once the window is minimised, the next check grabs.
+    window->showMinimized();
+    QVERIFY(QTest::qWaitFor([&] { return watcher.fired() && !window->isMinimized(); }, kEventWaitMs));
+    QVERIFY(!watcher.rescued);
+    QVERIFY(!pinnedDuringOverlay); // the button sets the flag, not the re-check
+    QVERIFY(startedSince(before, 100).isEmpty());
+}
+
+void AttachmentsWindowX11Tests::plainShotIsNamedAndAttached()
+{
+    showWindow();
+    QTabWidget *tabs = widget<QTabWidget>("tabWidget");
+    tabs->setCurrentIndex(2);
+    const QPoint placeBefore = window->pos();
+    NameDialogSeen seen;
+    ModalAnswerer answerer;
+    answerer.then(nameWith("my shot", &seen));
+    bool pinnedDuringOverlay = false;
+    bool minimisedDuringOverlay = false;
+    OverlayWatcher watcher([&](ScreenShot *) {
+        pinnedDuringOverlay = pinned();
+        minimisedDuringOverlay = window->isMinimized() && !window->windowHandle()->isExposed();
+        xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "200", "170", "mousemove", "300", "250",
+                 "mouseup", "1"});
+    });
+
+    takeScreenShot();
+    QVERIFY(watcher.fired());
+    QVERIFY(!watcher.rescued);
+    QVERIFY(pinnedDuringOverlay);
+    QVERIFY(minimisedDuringOverlay);
+    // The overlay covered the screen, showed the screen as it was, with the cross.
+    QCOMPARE(watcher.geometry, kScreen);
+    QCOMPARE(watcher.origin, kScreen.topLeft());
+    QVERIFY(watcher.fullScreen);
+    QVERIFY(watcher.mouseTracking);
+    QCOMPARE(watcher.cursor, Qt::CrossCursor);
+    QCOMPARE(patternMismatch(watcher.background.toImage(), kScreen), QString());
+
+    QCOMPARE(answerer.seen().size(), 1);
+    QCOMPARE(seen.title, QString("Name Screen Shot"));
+    QCOMPARE(seen.label, QString("Name:"));
+    QCOMPARE(seen.text, QString());
+    QCOMPARE(seen.echoMode, int(QLineEdit::Normal));
+
+    QCOMPARE(tree()->topLevelItemCount(), 1);
+    const QString saved = tree()->topLevelItem(0)->data(1, Qt::UserRole).toString();
+    QCOMPARE(saved, thumbnail("my_shot.png"));
+    QCOMPARE(patternMismatch(QImage(saved), QRect(100, 100, 200, 150)), QString());
+    QCOMPARE(tabs->currentIndex(), 4);
+
+    QVERIFY(!pinned());
+    QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed(); }, kEventWaitMs));
+    QVERIFY(!window->isMinimized());
+    QVERIFY(window->isVisible());
+    QCOMPARE(window->pos(), placeBefore);
+    QVERIFY(!OverlayWatcher::findOverlay());
+}
+
+void AttachmentsWindowX11Tests::shotIsOnTheClipboard()
+{
+    showWindow();
+    QGuiApplication::clipboard()->setText("before the shot");
+    ModalAnswerer answerer;
+    answerer.enterText("clip");
+    OverlayWatcher watcher([](ScreenShot *) {
+        xdotool({"mousemove", "40", "30", "mousedown", "1", "mousemove", "140", "110", "mouseup", "1"});
+    });
+    takeScreenShot();
+    QVERIFY(watcher.fired());
+    QVERIFY(!watcher.rescued);
+    QCOMPARE(tree()->topLevelItemCount(), 1);
+
+    // xclip asks this process for the selection, so the event loop must keep running.
+    QProcess xclip;
+    xclip.start("xclip", {"-o", "-selection", "clipboard", "-t", "image/png"});
+    QVERIFY(QTest::qWaitFor([&] { return xclip.state() == QProcess::NotRunning; }, kEventWaitMs));
+    QCOMPARE(xclip.exitCode(), 0);
+    const QImage pasted = QImage::fromData(xclip.readAllStandardOutput(), "PNG");
+    QCOMPARE(patternMismatch(pasted, QRect(40, 30, 100, 80)), QString());
+}
+
+void AttachmentsWindowX11Tests::enhancedShotIsAcceptedWithTheRightButton()
+{
+    showWindow();
+    widget<QCheckBox>("check_EnhancedCapture")->setChecked(true);
+    ModalAnswerer answerer;
+    answerer.enterText("enhanced & sharp");
+    bool endedOnLeftRelease = true;
+    bool bandShownAfterLeftRelease = false;
+    OverlayWatcher watcher([&](ScreenShot *overlay) {
+        xdotool({"mousemove", "500", "400", "mousedown", "1", "mousemove", "600", "500", "mousemove", "700", "600",
+                 "mouseup", "1"});
+        // Look again once the overlay has seen the release, then accept.
+        QTimer::singleShot(300, overlay, [&, overlay] {
+            endedOnLeftRelease = overlay->hasEnded();
+            bandShownAfterLeftRelease = overlay->rubberBand()->isVisible();
+            xdotool({"mousemove", "1500", "900", "click", "3"});
+        });
+    });
+    takeScreenShot();
+    QVERIFY(watcher.fired());
+    QVERIFY(!watcher.rescued);
+    QVERIFY(!endedOnLeftRelease);
+    QVERIFY(bandShownAfterLeftRelease);
+    QCOMPARE(tree()->topLevelItemCount(), 1);
+    const QString saved = tree()->topLevelItem(0)->data(1, Qt::UserRole).toString();
+    QCOMPARE(saved, thumbnail("enhanced_and_sharp.png"));
+    QCOMPARE(patternMismatch(QImage(saved), QRect(500, 400, 201, 201)), QString());
+    QCOMPARE(widget<QTabWidget>("tabWidget")->currentIndex(), 4);
+}
+
+void AttachmentsWindowX11Tests::escapeCancels_data()
+{
+    QTest::addColumn<bool>("enhanced");
+    QTest::newRow("plain") << false;
+    QTest::newRow("enhanced") << true;
+}
+
+void AttachmentsWindowX11Tests::escapeCancels()
+{
+    QFETCH(bool, enhanced);
+    showWindow();
+    widget<QCheckBox>("check_EnhancedCapture")->setChecked(enhanced);
+    QTabWidget *tabs = widget<QTabWidget>("tabWidget");
+    tabs->setCurrentIndex(3);
+    QGuiApplication::clipboard()->setText("left alone");
+    ModalAnswerer answerer;
+    OverlayWatcher watcher([](ScreenShot *) {
+        xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "300", "250"});
+        xdotool({"key", "Escape"});
+        xdotool({"mouseup", "1"});
+    });
+    takeScreenShot();
+    QVERIFY(watcher.fired());
+    QVERIFY(!watcher.rescued);
+    QCOMPARE(answerer.seen().size(), 0);
+    QCOMPARE(tree()->topLevelItemCount(), 0);
+    QCOMPARE(tabs->currentIndex(), 3);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString("left alone"));
+    QVERIFY(QTest::qWaitFor([&] { return window->windowHandle()->isExposed(); }, kEventWaitMs));
+    QVERIFY(!window->isMinimized());
+}
+
+void AttachmentsWindowX11Tests::cancelledOrEmptyNameAddsNothing_data()
+{
+    QTest::addColumn<bool>("cancel");
+    QTest::newRow("cancelled") << true;
+    QTest::newRow("empty") << false;
+}
+
+void AttachmentsWindowX11Tests::cancelledOrEmptyNameAddsNothing()
+{
+    QFETCH(bool, cancel);
+    showWindow();
+    QTabWidget *tabs = widget<QTabWidget>("tabWidget");
+    tabs->setCurrentIndex(1);
+    QGuiApplication::clipboard()->setText("left alone");
+    ModalAnswerer answerer;
+    if (cancel)
+        answerer.reject();
+    else
+        answerer.enterText(QString());
+    OverlayWatcher watcher([](ScreenShot *) {
+        xdotool({"mousemove", "100", "100", "mousedown", "1", "mousemove", "300", "250", "mouseup", "1"});
+    });
+    takeScreenShot();
+    QVERIFY(!watcher.rescued);
+    QCOMPARE(answerer.seen().size(), 1);
+    QCOMPARE(answerer.seen().first().windowTitle, QString("Name Screen Shot"));
+    QCOMPARE(tree()->topLevelItemCount(), 0);
+    QCOMPARE(tabs->currentIndex(), 1);
+    QCOMPARE(QGuiApplication::clipboard()->text(), QString("left alone"));
+    QCOMPARE(QDir(MainWindowProbe::thumbnailFolder(*window)).entryList(QDir::Files), QStringList());
+    QVERIFY(!window->isMinimized());
+}
+
+void AttachmentsWindowX11Tests::plainClickWithoutDragAsksNothing()
+{
+    showWindow();
+    ModalAnswerer answerer;
+    OverlayWatcher watcher([](ScreenShot *) { xdotool({"mousemove", "700", "500", "click", "1"}); });
+    takeScreenShot();
+    QVERIFY(watcher.fired());
+    QVERIFY(!watcher.rescued);
+    QCOMPARE(answerer.seen().size(), 0);
+    QCOMPARE(tree()->topLevelItemCount(), 0);
+}
+
+void AttachmentsWindowX11Tests::secondShotOfTheSameNameGetsANumber()
+{
+    showWindow();
+    ModalAnswerer answerer;
+    answerer.enterText("shot").enterText("shot");
+    for (int i = 0; i < 2; ++i) {
+        OverlayWatcher watcher([](ScreenShot *) {
+            xdotool({"mousemove", "10", "10", "mousedown", "1", "mousemove", "60", "60", "mouseup", "1"});
+        });
+        takeScreenShot();
+        QVERIFY(!watcher.rescued);
+    }
+    QCOMPARE(tree()->topLevelItemCount(), 2);
+    QCOMPARE(tree()->topLevelItem(0)->data(1, Qt::UserRole).toString(), thumbnail("shot.png"));
+    QCOMPARE(tree()->topLevelItem(1)->data(1, Qt::UserRole).toString(), thumbnail("shot_1.png"));
+}
