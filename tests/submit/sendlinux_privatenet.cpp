@@ -1,8 +1,9 @@
 // What needs host names: the default destination, the application's own proxy (which
 // Qt never uses for a loopback address) and the e-mail look-up behind "validated".
-// The test runs in namespaces of its own (privatenet.sh) where feedback.korvane3d.com
+// The program runs in namespaces of its own (privatenet.sh) where feedback.korvane3d.com
 // and korvane3d.com are 127.0.0.1 and nothing outside the machine can be reached.
 #include "multipartrecord.h"
+#include "sendlinuxtests.h"
 #include "submitfixture.h"
 
 #include "form/mainwindow.h"
@@ -19,10 +20,7 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <unistd.h>
-
 #include <memory>
-#include <vector>
 
 namespace {
 
@@ -39,214 +37,178 @@ QByteArray identityWith(const QByteArray &email, const QByteArray &validated)
 
 } // namespace
 
-class TestPrivateNet
-    : public QObject
-    , protected SubmitTestState
+void SendLinuxTests::initPrivateNet()
 {
-    Q_OBJECT
-
-private:
-    QString byName() const { return QStringLiteral("http://feedback.korvane3d.com:%1/").arg(receiver->port()); }
-
-    void openWindow(const QString &destination)
-    {
-        window = openReportWindow(destination, path("files"));
-        QVERIFY(window);
-    }
-
-    // The identity part of the n-th request the receiver recorded.
-    QByteArray identitySent(int n)
-    {
-        const RecordedRequest request = parseRecordedRequest(receiver->request(n));
-        const QByteArray part =
-            multipartParts(request.body, multipartBoundary(request.header("Content-Type"))).value(0);
-        return part.mid(part.indexOf("\r\n\r\n") + 4);
-    }
-
-    // One send that the receiver refuses with 500, so the form comes back for the next.
-    void sendAndFail(int n)
-    {
-        const SendRun run = sendExpectingFailure(*window);
-        QCOMPARE(run.loopResult, kLoopDone);
-        QCOMPARE(run.boxes.size(), 1);
-        QVERIFY(receiver->waitForEvent(QStringLiteral("request %1 answered 500").arg(n)));
-    }
-
-    void typeEmail(const QString &text)
-    {
-        QLineEdit *email = child<QLineEdit>(*window, "line_Email");
-        email->selectAll();
-        QTest::keyClicks(email, text);
-        QCOMPARE(email->text(), text);
-    }
-
-    bool waitForLookUp()
-    {
-        return QTest::qWaitFor(
-            [&] {
-                return !MainWindowProbe::lookupPending(*window) && !MainWindowProbe::emailTimer(*window).isActive()
-                       && MainWindowProbe::hostInfo(*window).lookupId() != -1;
-            },
-            15000);
-    }
-
-    // Sends from the e-mail timer's own signal, right after the window's slot has
-    // started the look-up and before its answer can arrive.
-    void sendAtTheTimer()
-    {
-        ModalAnswerer answerer;
-        answerer.clickButton("OK");
-        bool sentAtTimer = false;
-        bool lookUpWasPending = false;
-        const QMetaObject::Connection atTimer =
-            QObject::connect(&MainWindowProbe::emailTimer(*window), &QTimer::timeout, window.get(), [&] {
-                if (sentAtTimer)
-                    return;
-                sentAtTimer = true;
-                lookUpWasPending = MainWindowProbe::lookupPending(*window);
-                clickSend(*window);
-            });
-        const int result = runApplicationLoop([] {},
-                                              [&] {
-                                                  return !answerer.seen().isEmpty()
-                                                         && MainWindowProbe::formState(*window) == Composing
-                                                         && !MainWindowProbe::lookupPending(*window);
-                                              });
-        QObject::disconnect(atTimer);
-        QCOMPARE(result, kLoopDone);
-        QVERIFY(sentAtTimer);
-        QVERIFY(lookUpWasPending);
-        QVERIFY(receiver->waitForEvent("request 4 answered 500"));
-    }
-
-private slots:
-    void initTestCase()
-    {
-        // Fail, never skip: a run that cannot make its private network has tested nothing.
-        QVERIFY2(inPrivateNet(), "needs network and mount namespaces of its own: run as root or allow user namespaces");
-        clearProxyEnvironment();
-    }
-
-    void init() { beginTest(QStringLiteral("privatenet")); }
-
-    void cleanup() { endTest(); }
-
-    void emptyDestinationPostsToThePlaceholder()
-    {
-        HttpReceiver::Options options;
-        options.port = 80;
-        QVERIFY(startReceiver(options));
-        openWindow(QString());
-        QCOMPARE(child<QLineEdit>(*window, "line_HTTP_Destination")->placeholderText(),
-                 QString("http://feedback.korvane3d.com/"));
-        const RecordedRequest request = deliverReport(*window, *receiver);
-        QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
-        QCOMPARE(request.header("Host"), QByteArray("feedback.korvane3d.com"));
-    }
-
-    // Unchecked, the proxy fields are ignored and the application's proxy carries the
-    // report; checked with an empty server the same proxy is bypassed on purpose.
-    void uncheckedKeepsTheApplicationProxy()
-    {
-        QVERIFY(startReceiver({}));
-        proxy.reset(new TinyProxy(path("proxy")));
-        QVERIFY(proxy->start());
-        openWindow(byName()); // first: the window's instance guard would listen through the proxy
-        QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy->port()));
-        setProxyFields(*window, false, "127.0.0.1", QString::number(closedPort()));
-        const RecordedRequest request = deliverReport(*window, *receiver);
-        QVERIFY2(request.header("Via").contains("tinyproxy"), request.header("Via").constData());
-        QCOMPARE(request.header("Host"), "feedback.korvane3d.com:" + QByteArray::number(receiver->port()));
-    }
-
-    void emptyServerIsADirectConnection()
-    {
-        QVERIFY(startReceiver({}));
-        openWindow(byName());
-        QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", closedPort()));
-        setProxyFields(*window, true, QString(), "3128");
-        const RecordedRequest request = deliverReport(*window, *receiver);
-        QVERIFY(!request.hasHeader("Via"));
-        QCOMPARE(request.header("Host"), "feedback.korvane3d.com:" + QByteArray::number(receiver->port()));
-    }
-
-    // The counterpart: the same down application proxy, group unchecked, and the send fails.
-    void applicationProxyDownFailsTheSend()
-    {
-        QVERIFY(startReceiver({}));
-        openWindow(byName());
-        QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", closedPort()));
-        setProxyFields(*window, false, QString(), QString());
-        verifyFailedSend(*window, "Connection refused");
-        QCOMPARE(receiver->countEvents("request "), 0);
-    }
-
-    // "validated" follows the last completed look-up, not the address as it stands.
-    void validatedFollowsTheLastLookUp()
-    {
-        HttpReceiver::Options options;
-        options.status = 500;
-        QVERIFY(startReceiver(options));
-        openWindow(receiver->url().toString());
-        child<QLineEdit>(*window, "line_Email")->clear();
-
-        // Typed, but no look-up has completed yet.
-        typeEmail("ann@korvane3d.com");
-        sendAndFail(1);
-        QCOMPARE(identitySent(1), identityWith("ann%40korvane3d.com", "false"));
-
-        QVERIFY(waitForLookUp());
-        QVERIFY(MainWindowProbe::emailValid(*window));
-        sendAndFail(2);
-        QCOMPARE(identitySent(2), identityWith("ann%40korvane3d.com", "true"));
-
-        // Badly formed: no new look-up, so the old answer stands.
-        typeEmail("ann@korvane3d");
-        QTest::qWait(2500);
-        QVERIFY(!MainWindowProbe::emailTimer(*window).isActive());
-        sendAndFail(3);
-        QCOMPARE(identitySent(3), identityWith("ann%40korvane3d", "true"));
-
-        // Well formed again: "false" from the moment the timer starts the look-up.
-        typeEmail("bob@korvane3d.com");
-        sendAtTheTimer();
-        if (QTest::currentTestFailed())
-            return;
-        QCOMPARE(identitySent(4), identityWith("bob%40korvane3d.com", "false"));
-
-        sendAndFail(5); // the look-up has answered by now
-        QCOMPARE(identitySent(5), identityWith("bob%40korvane3d.com", "true"));
-
-        // A domain that does not resolve leaves it "false".
-        typeEmail("ann@nowhere.korvane3d.org");
-        QVERIFY(waitForLookUp());
-        QVERIFY(!MainWindowProbe::emailValid(*window));
-        sendAndFail(6);
-        QCOMPARE(identitySent(6), identityWith("ann%40nowhere.korvane3d.org", "false"));
-    }
-};
-
-int main(int argc, char *argv[])
-{
-    if (qEnvironmentVariableIsEmpty("FB_IN_PRIVATE_NET")) {
-        // Start again inside namespaces of our own; privatenet.sh comes back here.
-        std::vector<char *> arguments{const_cast<char *>(FB_TESTS_DIR "/submit/privatenet.sh")};
-        arguments.insert(arguments.end(), argv, argv + argc);
-        arguments.push_back(nullptr);
-        execv(arguments.front(), arguments.data());
-        perror("privatenet.sh");
-        return 1;
-    }
-    TestEnvironment::instance();
-    int status = 0;
-    {
-        QApplication app(argc, argv);
-        app.setAttribute(Qt::AA_Use96Dpi, true);
-        TestPrivateNet test;
-        QTEST_SET_MAIN_SOURCE_PATH
-        status = execTests(&test, argc, argv);
-    }
-    endTestProcess(status);
+    // Fail, never skip: a run that cannot make its private network has tested nothing.
+    QVERIFY2(inPrivateNet(), "needs network and mount namespaces of its own: run as root or allow user namespaces");
+    beginTest(QStringLiteral("privatenet"));
 }
 
-#include "tst_privatenet.moc"
+QString SendLinuxTests::byName() const
+{
+    return QStringLiteral("http://feedback.korvane3d.com:%1/").arg(receiver->port());
+}
+
+void SendLinuxTests::openWindow(const QString &destination)
+{
+    window = openReportWindow(destination, path("files"));
+    QVERIFY(window);
+}
+
+// The identity part of the n-th request the receiver recorded.
+QByteArray SendLinuxTests::identitySent(int n)
+{
+    const RecordedRequest request = parseRecordedRequest(receiver->request(n));
+    const QByteArray part = multipartParts(request.body, multipartBoundary(request.header("Content-Type"))).value(0);
+    return part.mid(part.indexOf("\r\n\r\n") + 4);
+}
+
+// One send that the receiver refuses with 500, so the form comes back for the next.
+void SendLinuxTests::sendAndFail(int n)
+{
+    const SendRun run = sendExpectingFailure(*window);
+    QCOMPARE(run.loopResult, kLoopDone);
+    QCOMPARE(run.boxes.size(), 1);
+    QVERIFY(receiver->waitForEvent(QStringLiteral("request %1 answered 500").arg(n)));
+}
+
+void SendLinuxTests::typeEmail(const QString &text)
+{
+    QLineEdit *email = child<QLineEdit>(*window, "line_Email");
+    email->selectAll();
+    QTest::keyClicks(email, text);
+    QCOMPARE(email->text(), text);
+}
+
+bool SendLinuxTests::waitForLookUp()
+{
+    return QTest::qWaitFor(
+        [&] {
+            return !MainWindowProbe::lookupPending(*window) && !MainWindowProbe::emailTimer(*window).isActive()
+                   && MainWindowProbe::hostInfo(*window).lookupId() != -1;
+        },
+        15000);
+}
+
+// Sends from the e-mail timer's own signal, right after the window's slot has
+// started the look-up and before its answer can arrive.
+void SendLinuxTests::sendAtTheTimer()
+{
+    ModalAnswerer answerer;
+    answerer.clickButton("OK");
+    bool sentAtTimer = false;
+    bool lookUpWasPending = false;
+    const QMetaObject::Connection atTimer =
+        QObject::connect(&MainWindowProbe::emailTimer(*window), &QTimer::timeout, window.get(), [&] {
+            if (sentAtTimer)
+                return;
+            sentAtTimer = true;
+            lookUpWasPending = MainWindowProbe::lookupPending(*window);
+            clickSend(*window);
+        });
+    const int result = runApplicationLoop([] {},
+                                          [&] {
+                                              return !answerer.seen().isEmpty()
+                                                     && MainWindowProbe::formState(*window) == Composing
+                                                     && !MainWindowProbe::lookupPending(*window);
+                                          });
+    QObject::disconnect(atTimer);
+    QCOMPARE(result, kLoopDone);
+    QVERIFY(sentAtTimer);
+    QVERIFY(lookUpWasPending);
+    QVERIFY(receiver->waitForEvent("request 4 answered 500"));
+}
+
+void SendLinuxTests::emptyDestinationPostsToThePlaceholder()
+{
+    HttpReceiver::Options options;
+    options.port = 80;
+    QVERIFY(startReceiver(options));
+    openWindow(QString());
+    QCOMPARE(child<QLineEdit>(*window, "line_HTTP_Destination")->placeholderText(),
+             QString("http://feedback.korvane3d.com/"));
+    const RecordedRequest request = deliverReport(*window, *receiver);
+    QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
+    QCOMPARE(request.header("Host"), QByteArray("feedback.korvane3d.com"));
+}
+
+// Unchecked, the proxy fields are ignored and the application's proxy carries the
+// report; checked with an empty server the same proxy is bypassed on purpose.
+void SendLinuxTests::uncheckedKeepsTheApplicationProxy()
+{
+    QVERIFY(startReceiver({}));
+    proxy.reset(new TinyProxy(path("proxy")));
+    QVERIFY(proxy->start());
+    openWindow(byName()); // first: the window's instance guard would listen through the proxy
+    QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", proxy->port()));
+    setProxyFields(*window, false, "127.0.0.1", QString::number(closedPort()));
+    const RecordedRequest request = deliverReport(*window, *receiver);
+    QVERIFY2(request.header("Via").contains("tinyproxy"), request.header("Via").constData());
+    QCOMPARE(request.header("Host"), "feedback.korvane3d.com:" + QByteArray::number(receiver->port()));
+}
+
+void SendLinuxTests::emptyServerIsADirectConnection()
+{
+    QVERIFY(startReceiver({}));
+    openWindow(byName());
+    QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", closedPort()));
+    setProxyFields(*window, true, QString(), "3128");
+    const RecordedRequest request = deliverReport(*window, *receiver);
+    QVERIFY(!request.hasHeader("Via"));
+    QCOMPARE(request.header("Host"), "feedback.korvane3d.com:" + QByteArray::number(receiver->port()));
+}
+
+// The counterpart: the same down application proxy, group unchecked, and the send fails.
+void SendLinuxTests::applicationProxyDownFailsTheSend()
+{
+    QVERIFY(startReceiver({}));
+    openWindow(byName());
+    QNetworkProxy::setApplicationProxy(QNetworkProxy(QNetworkProxy::HttpProxy, "127.0.0.1", closedPort()));
+    setProxyFields(*window, false, QString(), QString());
+    verifyFailedSend(*window, "Connection refused");
+    QCOMPARE(receiver->countEvents("request "), 0);
+}
+
+// "validated" follows the last completed look-up, not the address as it stands.
+void SendLinuxTests::validatedFollowsTheLastLookUp()
+{
+    HttpReceiver::Options options;
+    options.status = 500;
+    QVERIFY(startReceiver(options));
+    openWindow(receiver->url().toString());
+    child<QLineEdit>(*window, "line_Email")->clear();
+
+    // Typed, but no look-up has completed yet.
+    typeEmail("ann@korvane3d.com");
+    sendAndFail(1);
+    QCOMPARE(identitySent(1), identityWith("ann%40korvane3d.com", "false"));
+
+    QVERIFY(waitForLookUp());
+    QVERIFY(MainWindowProbe::emailValid(*window));
+    sendAndFail(2);
+    QCOMPARE(identitySent(2), identityWith("ann%40korvane3d.com", "true"));
+
+    // Badly formed: no new look-up, so the old answer stands.
+    typeEmail("ann@korvane3d");
+    QTest::qWait(2500);
+    QVERIFY(!MainWindowProbe::emailTimer(*window).isActive());
+    sendAndFail(3);
+    QCOMPARE(identitySent(3), identityWith("ann%40korvane3d", "true"));
+
+    // Well formed again: "false" from the moment the timer starts the look-up.
+    typeEmail("bob@korvane3d.com");
+    sendAtTheTimer();
+    if (QTest::currentTestFailed())
+        return;
+    QCOMPARE(identitySent(4), identityWith("bob%40korvane3d.com", "false"));
+
+    sendAndFail(5); // the look-up has answered by now
+    QCOMPARE(identitySent(5), identityWith("bob%40korvane3d.com", "true"));
+
+    // A domain that does not resolve leaves it "false".
+    typeEmail("ann@nowhere.korvane3d.org");
+    QVERIFY(waitForLookUp());
+    QVERIFY(!MainWindowProbe::emailValid(*window));
+    sendAndFail(6);
+    QCOMPARE(identitySent(6), identityWith("ann%40nowhere.korvane3d.org", "false"));
+}

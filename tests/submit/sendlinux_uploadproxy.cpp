@@ -1,8 +1,9 @@
 // Sending through an HTTP proxy: a real tinyproxy on loopback, with and without basic
 // authentication, and the rules for the proxy fields of the settings page. The rules
-// that involve the application's own proxy are in tst_privatenet: Qt never uses that
-// proxy for a loopback address, so they need a destination with a host name.
+// that involve the application's own proxy are in sendlinux_privatenet.cpp: Qt never
+// uses that proxy for a loopback address, so they need a destination with a host name.
 #include "multipartrecord.h"
+#include "sendlinuxtests.h"
 #include "submitfixture.h"
 
 #include "form/mainwindow.h"
@@ -20,101 +21,89 @@
 
 #include <memory>
 
-class TestUploadProxy
-    : public QObject
-    , protected SubmitTestState
+namespace {
+
+// tinyproxy marks what it forwards with a Via header naming itself.
+bool cameThroughTinyproxy(const RecordedRequest &request)
 {
-    Q_OBJECT
+    return request.header("Via").contains("tinyproxy");
+}
 
-private:
-    void openWindow()
-    {
-        window = openReportWindow(receiver->url().toString(), path("files"));
-        QVERIFY(window);
-    }
+} // namespace
 
-    // tinyproxy marks what it forwards with a Via header naming itself.
-    static bool cameThroughTinyproxy(const RecordedRequest &request)
-    {
-        return request.header("Via").contains("tinyproxy");
-    }
+void SendLinuxTests::initUploadProxy()
+{
+    beginTest(QStringLiteral("proxy"));
+    QVERIFY(startReceiver());
+}
 
-    bool startProxy(quint16 port = 0, const QString &user = QString(), const QString &password = QString())
-    {
-        proxy.reset(new TinyProxy(path("proxy")));
-        return proxy->start(port, user, password);
-    }
+void SendLinuxTests::openWindow()
+{
+    window = openReportWindow(receiver->url().toString(), path("files"));
+    QVERIFY(window);
+}
 
-private slots:
-    void initTestCase() { clearProxyEnvironment(); }
+bool SendLinuxTests::startProxy(quint16 port, const QString &user, const QString &password)
+{
+    proxy.reset(new TinyProxy(path("proxy")));
+    return proxy->start(port, user, password);
+}
 
-    void init()
-    {
-        beginTest(QStringLiteral("proxy"));
-        QVERIFY(startReceiver());
-    }
+void SendLinuxTests::throughTheProxy()
+{
+    QVERIFY(startProxy());
+    openWindow();
+    setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()));
+    const RecordedRequest request = deliverReport(*window, *receiver);
+    QVERIFY2(cameThroughTinyproxy(request), request.header("Via").constData());
+    QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
+}
 
-    void cleanup() { endTest(); }
+void SendLinuxTests::emptyPortMeans8080()
+{
+    QVERIFY2(startProxy(8080), "port 8080 is taken on this machine");
+    openWindow();
+    setProxyFields(*window, true, "127.0.0.1", QString());
+    QVERIFY(cameThroughTinyproxy(deliverReport(*window, *receiver)));
+}
 
-    void throughTheProxy()
-    {
-        QVERIFY(startProxy());
-        openWindow();
-        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()));
-        const RecordedRequest request = deliverReport(*window, *receiver);
-        QVERIFY2(cameThroughTinyproxy(request), request.header("Via").constData());
-        QCOMPARE(request.requestLine, QByteArray("POST / HTTP/1.1"));
-    }
+// Qt reaches an HTTP proxy for a plain http URL like a server, so a proxy that is
+// down reads like a server that is down.
+void SendLinuxTests::proxyDown()
+{
+    openWindow();
+    setProxyFields(*window, true, "127.0.0.1", QString::number(closedPort()));
+    verifyFailedSend(*window, "Connection refused");
+    QCOMPARE(receiver->countEvents("request "), 0);
+}
 
-    void emptyPortMeans8080()
-    {
-        QVERIFY2(startProxy(8080), "port 8080 is taken on this machine");
-        openWindow();
-        setProxyFields(*window, true, "127.0.0.1", QString());
-        QVERIFY(cameThroughTinyproxy(deliverReport(*window, *receiver)));
-    }
+// tinyproxy asks for credentials with 407; with none to give, the send fails.
+void SendLinuxTests::proxyNeedsCredentialsAndNoneAreGiven()
+{
+    QVERIFY(startProxy(0, "alice", "s3cret"));
+    openWindow();
+    setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()));
+    verifyFailedSend(*window, "Proxy requires authentication");
+    QCOMPARE(receiver->countEvents("request "), 0);
+}
 
-    // Qt reaches an HTTP proxy for a plain http URL like a server, so a proxy that is
-    // down reads like a server that is down.
-    void proxyDown()
-    {
-        openWindow();
-        setProxyFields(*window, true, "127.0.0.1", QString::number(closedPort()));
-        verifyFailedSend(*window, "Connection refused");
-        QCOMPARE(receiver->countEvents("request "), 0);
-    }
+// tinyproxy answers a wrong password with 401, as if the destination had asked:
+// the box then speaks of the host, not of the proxy.
+void SendLinuxTests::wrongProxyPassword()
+{
+    QVERIFY(startProxy(0, "alice", "s3cret"));
+    openWindow();
+    setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()), "alice", "wrong");
+    verifyFailedSend(*window, "Host requires authentication");
+    QCOMPARE(receiver->countEvents("request "), 0);
+}
 
-    // tinyproxy asks for credentials with 407; with none to give, the send fails.
-    void proxyNeedsCredentialsAndNoneAreGiven()
-    {
-        QVERIFY(startProxy(0, "alice", "s3cret"));
-        openWindow();
-        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()));
-        verifyFailedSend(*window, "Proxy requires authentication");
-        QCOMPARE(receiver->countEvents("request "), 0);
-    }
-
-    // tinyproxy answers a wrong password with 401, as if the destination had asked:
-    // the box then speaks of the host, not of the proxy.
-    void wrongProxyPassword()
-    {
-        QVERIFY(startProxy(0, "alice", "s3cret"));
-        openWindow();
-        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()), "alice", "wrong");
-        verifyFailedSend(*window, "Host requires authentication");
-        QCOMPARE(receiver->countEvents("request "), 0);
-    }
-
-    void rightProxyPassword()
-    {
-        QVERIFY(startProxy(0, "alice", "s3cret"));
-        openWindow();
-        setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()), "alice", "s3cret");
-        const RecordedRequest request = deliverReport(*window, *receiver);
-        QVERIFY(cameThroughTinyproxy(request));
-        QVERIFY(!request.hasHeader("Proxy-Authorization")); // the proxy keeps it to itself
-    }
-};
-
-FB_TEST_MAIN(TestUploadProxy)
-#include "tst_uploadproxy.moc"
+void SendLinuxTests::rightProxyPassword()
+{
+    QVERIFY(startProxy(0, "alice", "s3cret"));
+    openWindow();
+    setProxyFields(*window, true, "127.0.0.1", QString::number(proxy->port()), "alice", "s3cret");
+    const RecordedRequest request = deliverReport(*window, *receiver);
+    QVERIFY(cameThroughTinyproxy(request));
+    QVERIFY(!request.hasHeader("Proxy-Authorization")); // the proxy keeps it to itself
+}
