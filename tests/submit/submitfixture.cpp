@@ -12,6 +12,7 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QMetaMethod>
 #include <QNetworkProxy>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -52,6 +53,10 @@ const QStringList kComposeBeforeSendScreen{"formState 1",
                                            "button_Send shown",
                                            "button_Cancel Cancel",
                                            "button_Send Send..."};
+
+// The variables through which a developer's proxy reaches Qt.
+const char *const kProxyVariables[] = {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY",
+                                       "all_proxy",  "ALL_PROXY",  "no_proxy",    "NO_PROXY"};
 
 } // namespace
 
@@ -315,10 +320,31 @@ quint16 closedPort()
 
 void clearProxyEnvironment()
 {
-    for (const char *name :
-         {"http_proxy", "HTTP_PROXY", "https_proxy", "HTTPS_PROXY", "all_proxy", "ALL_PROXY", "no_proxy", "NO_PROXY"})
+    for (const char *name : kProxyVariables)
         qunsetenv(name);
     QNetworkProxy::setApplicationProxy(QNetworkProxy());
+}
+
+ProxyEnvironmentCleared::ProxyEnvironmentCleared()
+{
+    for (const char *name : kProxyVariables) {
+        if (qEnvironmentVariableIsSet(name))
+            m_found.append({name, qgetenv(name)});
+    }
+    clearProxyEnvironment();
+}
+
+ProxyEnvironmentCleared::~ProxyEnvironmentCleared()
+{
+    for (const auto &variable : qAsConst(m_found))
+        qputenv(variable.first.constData(), variable.second);
+}
+
+QByteArray currentTestTag(const QObject &tests)
+{
+    const QMetaObject *meta = tests.metaObject();
+    const int index = meta->indexOfMethod(QByteArray(QTest::currentTestFunction()) + "()");
+    return index < 0 ? QByteArray() : QByteArray(meta->method(index).tag());
 }
 
 bool SubmitTestState::startReceiver(const HttpReceiver::Options &options)

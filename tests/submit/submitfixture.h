@@ -8,7 +8,10 @@
 #include "support/modalanswerer.h"
 #include "support/tinyproxy.h"
 
+#include <QByteArray>
+#include <QList>
 #include <QObject>
+#include <QPair>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -126,6 +129,26 @@ quint16 closedPort();
 // The application proxy and the environment proxies a developer may have set would
 // change where a test's request goes; tests start from a direct connection.
 void clearProxyEnvironment();
+
+// clearProxyEnvironment for as long as it lives: the variables it found come back when
+// it ends, so that tests which run in the same program with the environment as it was
+// still see it.
+class ProxyEnvironmentCleared
+{
+public:
+    ProxyEnvironmentCleared();
+    ~ProxyEnvironmentCleared();
+    ProxyEnvironmentCleared(const ProxyEnvironmentCleared &) = delete;
+    ProxyEnvironmentCleared &operator=(const ProxyEnvironmentCleared &) = delete;
+
+private:
+    QList<QPair<QByteArray, QByteArray>> m_found; // name and value of each variable that was set
+};
+
+// The tag written before the running test function's declaration (QMetaMethod::tag),
+// empty when it has none. A program that holds the functions of several groups reads
+// it in init() to give each function its group's starting state.
+QByteArray currentTestTag(const QObject &tests);
 
 template <typename T>
 T *child(const MainWindow &window, const char *objectName)
