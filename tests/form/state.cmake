@@ -1,6 +1,4 @@
-# Form state, navigation and the e-mail check.
-fb_add_test(form form_state WINDOW)
-fb_add_test(form form_state_navigation WINDOW)
+# Form state and navigation are checks of form/form_window; focus, of form/form_window_x11.
 fb_add_test(form form_state_focus WINDOW XVFB)
 # The e-mail tests resolve names from their own hosts file or DNS server in a private
 # mount namespace (tests/support/privateresolver.h).

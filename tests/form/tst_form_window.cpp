@@ -1,0 +1,64 @@
+// The report window's in-process checks; the groups are in the formwindow_*.cpp files.
+#include "formwindowtests.h"
+
+#include "form/formwidgets.h"
+#include "support/testenv.h"
+
+#include <QAccessible>
+#include <QApplication>
+#include <QtTest>
+
+// Every function starts from a first run: windows read the settings file only as they
+// are made, so forgetting it under a shared window changes nothing for that window.
+void FormWindowTests::init()
+{
+    TestEnvironment::instance().forgetSettings();
+    // The state and navigation functions, declared before the constructor group, make
+    // windows of their own: no shared window may be left, even when a run names the
+    // functions in another order.
+    const QByteArray function = QByteArray(QTest::currentTestFunction()) + "()";
+    if (metaObject()->indexOfSlot(function) < metaObject()->indexOfSlot("constructorChanges()"))
+        closeSharedWindow();
+}
+
+void FormWindowTests::cleanupTestCase()
+{
+    closeSharedWindow();
+}
+
+// The window of a group, made as on a first run by the group's first function. The
+// constructor checks look at it as built and show it last; the accessibility checks
+// need it shown and active, with Qt's accessibility layer on for as long as it lives.
+bool FormWindowTests::sharedWindow(Shared group)
+{
+    if (shared == group)
+        return sharedWindowReady;
+    closeSharedWindow();
+    shared = group;
+    if (group == Shared::Accessibility)
+        QAccessible::setActive(true);
+    TestEnvironment::instance().forgetSettings();
+    window = new MainWindow;
+    if (group == Shared::Constructor) {
+        sharedWindowReady = MainWindowProbe::instanceGuardListening(*window);
+    } else {
+        window->show();
+        sharedWindowReady = QTest::qWaitForWindowActive(window, kEventWaitMs);
+        f = new FormWidgets(*window);
+    }
+    return sharedWindowReady;
+}
+
+void FormWindowTests::closeSharedWindow()
+{
+    delete f;
+    f = nullptr;
+    delete window;
+    window = nullptr;
+    if (shared == Shared::Accessibility)
+        QAccessible::setActive(false);
+    shared = Shared::None;
+    sharedWindowReady = false;
+}
+
+FB_TEST_MAIN(FormWindowTests)
