@@ -1,8 +1,5 @@
-# Form state, navigation and the e-mail check.
-fb_add_test(form form_state WINDOW)
-fb_add_test(form form_state_navigation WINDOW)
-fb_add_test(form form_state_focus WINDOW XVFB)
-# The e-mail tests resolve names from their own hosts file or DNS server in a private
+# The e-mail tests resolve names from their own hosts file and DNS server in a private
 # mount namespace (tests/support/privateresolver.h).
-fb_add_test(form email_check WINDOW LINUX SOURCES support/privateresolver.cpp)
-fb_add_test(form email_check_dns WINDOW LINUX SOURCES support/privateresolver.cpp support/dnsresponder.cpp)
+fb_add_test(form email_check WINDOW LINUX
+            SOURCES form/emailchecktests.h form/emailcheck_hosts.cpp form/emailcheck_dns.cpp
+                    support/privateresolver.cpp support/dnsresponder.cpp)

@@ -108,6 +108,11 @@ QString readBack(const char *path)
     return file.open(QIODevice::ReadOnly) ? QString::fromLatin1(file.readAll()) : QString();
 }
 
+QByteArray nsswitchConf(PrivateResolver::Source source)
+{
+    return source == PrivateResolver::Dns ? "hosts: dns\n" : "hosts: files\n";
+}
+
 QString setUp(PrivateResolver::Source source)
 {
     State &s = state();
@@ -115,7 +120,7 @@ QString setUp(PrivateResolver::Source source)
     const int pid = int(::getpid());
     s.nameServer = QStringLiteral("127.53.%1.%2").arg((pid >> 8) & 0xff).arg(pid % 254 + 1);
 
-    const QByteArray nsswitch = source == PrivateResolver::Dns ? "hosts: dns\n" : "hosts: files\n";
+    const QByteArray nsswitch = nsswitchConf(source);
     const QByteArray resolvConf = "nameserver " + s.nameServer.toLatin1() + "\noptions timeout:5 attempts:1\n";
     if (!QDir().mkpath(s.folder + QStringLiteral("/empty")) || !writeFile(s.folder + "/nsswitch.conf", nsswitch)
         || !writeFile(s.folder + "/hosts", "127.0.0.1 localhost\n")
@@ -187,4 +192,9 @@ bool PrivateResolver::writeHosts(const QByteArray &contents)
 bool PrivateResolver::writeResolvConf(const QByteArray &contents)
 {
     return state().active && writeFile(state().folder + QStringLiteral("/resolv.conf"), contents);
+}
+
+bool PrivateResolver::use(Source source)
+{
+    return state().active && writeFile(state().folder + QStringLiteral("/nsswitch.conf"), nsswitchConf(source));
 }

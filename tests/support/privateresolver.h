@@ -34,6 +34,10 @@ public:
     // Replace the private files' contents in place (the bind mounts follow the inode).
     static bool writeHosts(const QByteArray &contents);
     static bool writeResolvConf(const QByteArray &contents);
+    // Sends the look-ups that follow to another source, for a test program that checks
+    // both: nsswitch.conf is rewritten in place, and glibc (2.33 and later) reads it
+    // again at the next look-up once it has changed.
+    static bool use(Source source);
 };
 
 // FB_TEST_MAIN with the private resolver files set up before QApplication exists.

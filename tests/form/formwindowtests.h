@@ -1,0 +1,120 @@
+#pragma once
+
+#include "form/mainwindow.h"
+#include "support/mainwindowprobe.h"
+
+#include <QObject>
+#include <QString>
+#include <QStringList>
+
+struct FormWidgets;
+
+// The report window in-process, on the offscreen platform: what its constructor makes of
+// the form, how its screens and small slots behave, and what a screen reader learns
+// from it. One program, so that the window tests take one turn at the port lock.
+class FormWindowTests : public QObject
+{
+    Q_OBJECT
+
+private:
+    // The constructor and accessibility checks each go on with one window through the
+    // whole group, as each group's functions build on what the previous ones did; the
+    // state and navigation checks make a window of their own in each function (which
+    // hides window and f). Only one window may exist at a time (each holds the instance
+    // port and the thumbnail folder): the first function of a shared group makes its
+    // window (sharedWindow), closing the other group's, and init() closes it before a
+    // state or navigation function. The shared groups are declared last, as init() expects.
+    enum class Shared { None, Constructor, Accessibility };
+    bool sharedWindow(Shared group);
+    void closeSharedWindow();
+
+    Shared shared = Shared::None;
+    bool sharedWindowReady = false;
+    MainWindow *window = nullptr;
+    FormWidgets *f = nullptr; // on the accessibility group's window
+
+    // Constructor group.
+    template <typename T>
+    T *find(const char *name) const
+    {
+        return MainWindowProbe::widget<T>(*window, name);
+    }
+    template <typename T>
+    T *find(const QString &name) const
+    {
+        return window->findChild<T *>(name);
+    }
+
+    // Accessibility group.
+    QWidget *find(const char *name) const;
+    void compareControls(const QStringList &expected);
+    void showTab(int index);
+
+private slots:
+    void init();
+    void cleanupTestCase();
+
+    // The three screens and the completeness rules of the form (formwindow_state.cpp).
+    void introScreenAtStart();
+    void composeScreen_data();
+    void composeScreen();
+    void sendingScreen();
+    void startOverStaysDisabledAfterSending();
+    void unknownScreenStateChangesNothing();
+    void eachMissingField_data();
+    void eachMissingField();
+    void bugReportNeedsAnAttachment();
+    void missingNameKeepsThePreviousToolTip();
+    void spacesCountAsFilledText();
+
+    // Moving between the screens, and the small slots around the form
+    // (formwindow_navigation.cpp).
+    void startOver_data();
+    void startOver();
+    void cancelEndsTheProgram_data();
+    void cancelEndsTheProgram();
+    void cancelWhileSendingAborts();
+    void pressOnDisabledSendJumpsToMissingTab_data();
+    void pressOnDisabledSendJumpsToMissingTab();
+    void pressIsNeverConsumed();
+    void pressOnTheIntroScreenJumpsNowhere();
+    void delayIsClamped_data();
+    void delayIsClamped();
+    void delayThatDoesNotParseReadsAsZero();
+    void titleHistory();
+    void titleAlreadyInTheHistoryChangesNothing();
+    void choosingAHistoryEntryFillsTheTitle();
+    void settingsUnlockIsOneWay();
+    void eatEnterDoesNothing();
+    void tipsVideoOpensTheLink();
+
+    // What the window's constructor does to its form, on one window
+    // (formwindow_constructor.cpp).
+    void constructorChanges();
+    void topLevelWindow();
+    void windowSize();
+    void titleCombo();
+    void buildField();
+    void numberFieldsTakeOnlyTheirDigits_data();
+    void numberFieldsTakeOnlyTheirDigits();
+    void productAreaCount();
+    void productAreaOrder_data();
+    void productAreaOrder();
+    void introScreen_data();
+    void introScreen();
+    void introScreenState();
+    void settingsLock();
+    void shownIntroScreen();
+
+    // What a screen reader learns through Qt's accessibility layer, and the Tab order,
+    // on one shown window with accessibility active (formwindow_accessibility.cpp).
+    void introScreenAccessibility();
+    void introductionTab();
+    void composeTabs_data();
+    void composeTabs();
+    void descriptionTab();
+    void settingsTabLocked();
+    void settingsTabUnlocked();
+    void sendingScreenAccessibility();
+    void namesFollowTheFeatureRequest();
+};
