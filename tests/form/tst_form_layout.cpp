@@ -35,7 +35,7 @@
 // The form of the main window as its Designer file builds it, on a plain QMainWindow:
 // every widget and layout by object name, class and place, every static text, tool
 // tip, placeholder and style, and the fixed properties. What the window's constructor
-// changes on top is checked with the window itself (tst_form_window.cpp).
+// changes on top is checked with the window itself (formwindow_constructor.cpp).
 // Every expected value is written out here; nothing is read back from the program.
 
 namespace {
