@@ -64,19 +64,6 @@ QMimeData *uriList(const QStringList &paths)
 
 } // namespace
 
-// init() opens the window of these functions on the Bug Report screen.
-const QStringList AttachmentsWindowTests::sourcesFunctions = {
-    "theUnreadableStandInCannotBeRead",
-    "dialogAddsEveryChosenFileInOrder",
-    "cancelledDialogChangesNothing",
-    "secondOfThreeUnreadable",
-    "dragEnterCountsFiles",
-    "dragWithoutUriListIsRefused",
-    "dropAddsFilesSkipsFoldersAndWarns",
-    "dropOfOnlyUnreadableKeepsTheTab",
-    "sameFileDroppedTwiceGivesTwoRows",
-};
-
 QString AttachmentsWindowTests::writeImage(const QString &name, int width, int height)
 {
     patternImage(width, height).save(files->filePath(name));

@@ -17,6 +17,11 @@
 #include <memory>
 #include <vector>
 
+// The group whose functions start on the Bug Report screen (currentTestTag).
+#ifndef Q_MOC_RUN
+#define SOURCES_TEST
+#endif
+
 class QMimeData;
 class QPushButton;
 class QTabWidget;
@@ -30,13 +35,6 @@ private:
     std::unique_ptr<MainWindow> window;
     std::unique_ptr<QTemporaryDir> files; // source files for file entries
 
-    // Whether the running function is one of these: for the fixture parts that only
-    // one section's functions start from.
-    static bool running(const QStringList &functions)
-    {
-        return functions.contains(QString::fromLatin1(QTest::currentTestFunction()));
-    }
-
     QString writeFile(const QString &name, const QByteArray &content = "content");
 
     // The rows of the list (attachmentlist.cpp).
@@ -48,9 +46,8 @@ private:
                              const QSize &previewSize, Qt::TransformationMode mode);
     QTreeWidgetItem *addImage(const QString &name, const QImage &image);
 
-    // Where file entries come from (attachmentsources.cpp). Its functions start on the
-    // Bug Report screen with Qt's own file dialog.
-    static const QStringList sourcesFunctions;
+    // Where file entries come from (attachmentsources.cpp). Its functions, tagged
+    // SOURCES_TEST, start on the Bug Report screen with Qt's own file dialog.
     QString unreadableTarget;
     std::vector<std::unique_ptr<UnreadableFile>> heldFiles; // Windows: the unreadable files
     void findUnreadableStandIn();
@@ -93,14 +90,14 @@ private slots:
 
     // Where file entries come from: the Attach File dialog and drag and drop,
     // including files that cannot be read.
-    void theUnreadableStandInCannotBeRead();
-    void dialogAddsEveryChosenFileInOrder();
-    void cancelledDialogChangesNothing();
-    void secondOfThreeUnreadable();
-    void dragEnterCountsFiles_data();
-    void dragEnterCountsFiles();
-    void dragWithoutUriListIsRefused();
-    void dropAddsFilesSkipsFoldersAndWarns();
-    void dropOfOnlyUnreadableKeepsTheTab();
-    void sameFileDroppedTwiceGivesTwoRows();
+    SOURCES_TEST void theUnreadableStandInCannotBeRead();
+    SOURCES_TEST void dialogAddsEveryChosenFileInOrder();
+    SOURCES_TEST void cancelledDialogChangesNothing();
+    SOURCES_TEST void secondOfThreeUnreadable();
+    SOURCES_TEST void dragEnterCountsFiles_data();
+    SOURCES_TEST void dragEnterCountsFiles();
+    SOURCES_TEST void dragWithoutUriListIsRefused();
+    SOURCES_TEST void dropAddsFilesSkipsFoldersAndWarns();
+    SOURCES_TEST void dropOfOnlyUnreadableKeepsTheTab();
+    SOURCES_TEST void sameFileDroppedTwiceGivesTwoRows();
 };

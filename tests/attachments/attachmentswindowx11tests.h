@@ -25,6 +25,12 @@ using ClipboardPeer = Xclip;
 
 #include <memory>
 
+// The groups whose functions start from a state of their own (currentTestTag).
+#ifndef Q_MOC_RUN
+#define SHOT_CLIPBOARD_TEST
+#define PASTE_TEST
+#endif
+
 class QPushButton;
 class QTabWidget;
 class QTreeWidget;
@@ -36,17 +42,9 @@ class AttachmentsWindowX11Tests : public QObject
 private:
     std::unique_ptr<MainWindow> window;
 
-    // Whether the running function is one of these: for the fixture parts that only
-    // one section's functions start from.
-    static bool running(const QStringList &functions)
-    {
-        return functions.contains(QString::fromLatin1(QTest::currentTestFunction()));
-    }
-
 #ifdef Q_OS_WIN
-    // The shot on the Windows clipboard (screenshotclipboard_win.cpp). Its function
-    // starts with the test pattern over the whole screen.
-    static const QStringList shotClipboardFunctions;
+    // The shot on the Windows clipboard (screenshotclipboard_win.cpp). Its function,
+    // tagged SHOT_CLIPBOARD_TEST, starts with the test pattern over the whole screen.
     std::unique_ptr<QWidget> pattern;
     QRect screen;
     void showPattern();
@@ -67,9 +65,8 @@ private:
     QTreeWidget *tree();
 #endif
 
-    // Ctrl+V from another program's clipboard (clipboardpaste.cpp). Its functions start
-    // with a window on the Attachments tab.
-    static const QStringList pasteFunctions;
+    // Ctrl+V from another program's clipboard (clipboardpaste.cpp). Its functions,
+    // tagged PASTE_TEST, start with a window on the Attachments tab.
     ClipboardPeer xclip;
     const QImage picture = attachmentcheck::patternImage(45, 28);
     void openPasteWindow();
@@ -91,7 +88,7 @@ private slots:
 #ifdef Q_OS_WIN
     // Take Screen Shot on Windows: the captured region goes onto the clipboard as a
     // device-independent bitmap, and another program reads it back pixel for pixel.
-    void shotIsOnTheClipboardForOtherPrograms();
+    SHOT_CLIPBOARD_TEST void shotIsOnTheClipboardForOtherPrograms();
 #else
     // Take Screen Shot end to end on a real X server: the delay timer, the minimised
     // wait, the grab, the overlay driven with real input, the name dialog, the
@@ -112,18 +109,18 @@ private slots:
 
     // Ctrl+V on the Attachments tab with another program owning the clipboard: the
     // "Name Image" question, the saved PNG and its row, and every way nothing happens.
-    void ctrlVAsksForANameAndAddsTheImage();
-    void pastingTheSameNameCountsUp();
-    void ctrlVOnAnotherTabDoesNothing_data();
-    void ctrlVOnAnotherTabDoesNothing();
-    void otherModifiersStillPaste_data();
-    void otherModifiersStillPaste();
-    void keyOnTheSendButtonPastesToo();
-    void otherKeysDoNothing();
-    void textOnTheClipboardGivesNoDialog();
-    void emptyClipboardGivesNoDialog();
-    void cancelledNameAddsNothing();
-    void emptyNameAddsNothing();
-    void thePressIsNotConsumed();
-    void realKeyPressThroughTheWindowSystem();
+    PASTE_TEST void ctrlVAsksForANameAndAddsTheImage();
+    PASTE_TEST void pastingTheSameNameCountsUp();
+    PASTE_TEST void ctrlVOnAnotherTabDoesNothing_data();
+    PASTE_TEST void ctrlVOnAnotherTabDoesNothing();
+    PASTE_TEST void otherModifiersStillPaste_data();
+    PASTE_TEST void otherModifiersStillPaste();
+    PASTE_TEST void keyOnTheSendButtonPastesToo();
+    PASTE_TEST void otherKeysDoNothing();
+    PASTE_TEST void textOnTheClipboardGivesNoDialog();
+    PASTE_TEST void emptyClipboardGivesNoDialog();
+    PASTE_TEST void cancelledNameAddsNothing();
+    PASTE_TEST void emptyNameAddsNothing();
+    PASTE_TEST void thePressIsNotConsumed();
+    PASTE_TEST void realKeyPressThroughTheWindowSystem();
 };

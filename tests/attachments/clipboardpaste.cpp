@@ -81,22 +81,6 @@ void pressPaste(QWidget *target, Qt::KeyboardModifiers modifiers = Qt::ControlMo
 
 } // namespace
 
-// init() opens the window of these functions on the Attachments tab.
-const QStringList AttachmentsWindowX11Tests::pasteFunctions = {
-    "ctrlVAsksForANameAndAddsTheImage",
-    "pastingTheSameNameCountsUp",
-    "ctrlVOnAnotherTabDoesNothing",
-    "otherModifiersStillPaste",
-    "keyOnTheSendButtonPastesToo",
-    "otherKeysDoNothing",
-    "textOnTheClipboardGivesNoDialog",
-    "emptyClipboardGivesNoDialog",
-    "cancelledNameAddsNothing",
-    "emptyNameAddsNothing",
-    "thePressIsNotConsumed",
-    "realKeyPressThroughTheWindowSystem",
-};
-
 // What init() does for this section's functions.
 void AttachmentsWindowX11Tests::openPasteWindow()
 {

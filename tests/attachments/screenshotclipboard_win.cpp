@@ -48,8 +48,6 @@ private:
 
 } // namespace
 
-const QStringList AttachmentsWindowX11Tests::shotClipboardFunctions = {"shotIsOnTheClipboardForOtherPrograms"};
-
 // What init() does for this section's function.
 void AttachmentsWindowX11Tests::showPattern()
 {

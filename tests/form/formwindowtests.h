@@ -9,6 +9,12 @@
 
 struct FormWidgets;
 
+// The groups that go on with one window each (currentTestTag).
+#ifndef Q_MOC_RUN
+#define CONSTRUCTOR_TEST
+#define ACCESSIBILITY_TEST
+#endif
+
 // The report window in-process, on the offscreen platform: what its constructor makes of
 // the form, how its screens and small slots behave, and what a screen reader learns
 // from it. One program, so that the window tests take one turn at the port lock.
@@ -23,7 +29,7 @@ private:
     // hides window and f). Only one window may exist at a time (each holds the instance
     // port and the thumbnail folder): the first function of a shared group makes its
     // window (sharedWindow), closing the other group's, and init() closes it before a
-    // state or navigation function. The shared groups are declared last, as init() expects.
+    // function of no shared group (untagged).
     enum class Shared { None, Constructor, Accessibility };
     bool sharedWindow(Shared group);
     void closeSharedWindow();
@@ -90,31 +96,31 @@ private slots:
 
     // What the window's constructor does to its form, on one window
     // (formwindow_constructor.cpp).
-    void constructorChanges();
-    void topLevelWindow();
-    void windowSize();
-    void titleCombo();
-    void buildField();
-    void numberFieldsTakeOnlyTheirDigits_data();
-    void numberFieldsTakeOnlyTheirDigits();
-    void productAreaCount();
-    void productAreaOrder_data();
-    void productAreaOrder();
-    void introScreen_data();
-    void introScreen();
-    void introScreenState();
-    void settingsLock();
-    void shownIntroScreen();
+    CONSTRUCTOR_TEST void constructorChanges();
+    CONSTRUCTOR_TEST void topLevelWindow();
+    CONSTRUCTOR_TEST void windowSize();
+    CONSTRUCTOR_TEST void titleCombo();
+    CONSTRUCTOR_TEST void buildField();
+    CONSTRUCTOR_TEST void numberFieldsTakeOnlyTheirDigits_data();
+    CONSTRUCTOR_TEST void numberFieldsTakeOnlyTheirDigits();
+    CONSTRUCTOR_TEST void productAreaCount();
+    CONSTRUCTOR_TEST void productAreaOrder_data();
+    CONSTRUCTOR_TEST void productAreaOrder();
+    CONSTRUCTOR_TEST void introScreen_data();
+    CONSTRUCTOR_TEST void introScreen();
+    CONSTRUCTOR_TEST void introScreenState();
+    CONSTRUCTOR_TEST void settingsLock();
+    CONSTRUCTOR_TEST void shownIntroScreen();
 
     // What a screen reader learns through Qt's accessibility layer, and the Tab order,
     // on one shown window with accessibility active (formwindow_accessibility.cpp).
-    void introScreenAccessibility();
-    void introductionTab();
-    void composeTabs_data();
-    void composeTabs();
-    void descriptionTab();
-    void settingsTabLocked();
-    void settingsTabUnlocked();
-    void sendingScreenAccessibility();
-    void namesFollowTheFeatureRequest();
+    ACCESSIBILITY_TEST void introScreenAccessibility();
+    ACCESSIBILITY_TEST void introductionTab();
+    ACCESSIBILITY_TEST void composeTabs_data();
+    ACCESSIBILITY_TEST void composeTabs();
+    ACCESSIBILITY_TEST void descriptionTab();
+    ACCESSIBILITY_TEST void settingsTabLocked();
+    ACCESSIBILITY_TEST void settingsTabUnlocked();
+    ACCESSIBILITY_TEST void sendingScreenAccessibility();
+    ACCESSIBILITY_TEST void namesFollowTheFeatureRequest();
 };

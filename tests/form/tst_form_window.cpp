@@ -13,11 +13,9 @@
 void FormWindowTests::init()
 {
     TestEnvironment::instance().forgetSettings();
-    // The state and navigation functions, declared before the constructor group, make
-    // windows of their own: no shared window may be left, even when a run names the
-    // functions in another order.
-    const QByteArray function = QByteArray(QTest::currentTestFunction()) + "()";
-    if (metaObject()->indexOfSlot(function) < metaObject()->indexOfSlot("constructorChanges()"))
+    // The state and navigation functions make windows of their own: no shared window may
+    // be left, whatever order a run names the functions in.
+    if (currentTestTag(*this).isEmpty())
         closeSharedWindow();
 }
 

@@ -12,7 +12,6 @@
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QMetaMethod>
 #include <QNetworkProxy>
 #include <QPixmap>
 #include <QPlainTextEdit>
@@ -338,13 +337,6 @@ ProxyEnvironmentCleared::~ProxyEnvironmentCleared()
 {
     for (const auto &variable : qAsConst(m_found))
         qputenv(variable.first.constData(), variable.second);
-}
-
-QByteArray currentTestTag(const QObject &tests)
-{
-    const QMetaObject *meta = tests.metaObject();
-    const int index = meta->indexOfMethod(QByteArray(QTest::currentTestFunction()) + "()");
-    return index < 0 ? QByteArray() : QByteArray(meta->method(index).tag());
 }
 
 bool SubmitTestState::startReceiver(const HttpReceiver::Options &options)

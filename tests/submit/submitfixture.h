@@ -145,11 +145,6 @@ private:
     QList<QPair<QByteArray, QByteArray>> m_found; // name and value of each variable that was set
 };
 
-// The tag written before the running test function's declaration (QMetaMethod::tag),
-// empty when it has none. A program that holds the functions of several groups reads
-// it in init() to give each function its group's starting state.
-QByteArray currentTestTag(const QObject &tests);
-
 template <typename T>
 T *child(const MainWindow &window, const char *objectName)
 {

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QMetaMethod>
 #include <QTest>
 
 TestEnvironment::TestEnvironment()
@@ -90,6 +91,13 @@ QString writeTestFile(const QString &path, const QByteArray &content)
         return QString();
     file.write(content);
     return QFileInfo(path).absoluteFilePath();
+}
+
+QByteArray currentTestTag(const QObject &tests)
+{
+    const QMetaObject *meta = tests.metaObject();
+    const int index = meta->indexOfMethod(QByteArray(QTest::currentTestFunction()) + "()");
+    return index < 0 ? QByteArray() : QByteArray(meta->method(index).tag());
 }
 
 int execTests(QObject *testObject, int argc, char **argv)

@@ -62,6 +62,12 @@ constexpr int kEventWaitMs = 60000;
 // string when it cannot be written.
 QString writeTestFile(const QString &path, const QByteArray &content = "x");
 
+// The tag written before the running test function's declaration (QMetaMethod::tag),
+// empty when it has none. A program that holds the functions of several groups tags
+// them (an empty macro that moc keeps, defined under #ifndef Q_MOC_RUN) and reads the
+// tag in init() to give each function its group's starting state.
+QByteArray currentTestTag(const QObject &tests);
+
 // Runs the test object's functions and then, as the program does before it ends,
 // lets the machine-summary jobs that its windows started finish. Call it while the
 // application object exists.
