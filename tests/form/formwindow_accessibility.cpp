@@ -98,7 +98,6 @@ void FormWindowTests::showTab(int index)
 
 void FormWindowTests::introScreenAccessibility()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     compareControls({
         "button_Bug_Report Button \"Bug Report (Crashes / Issues)\" focusable",
         "button_Feature_Request Button \"Feature Request (Features / Workflow)\" focusable",
@@ -113,7 +112,6 @@ void FormWindowTests::introScreenAccessibility()
 
 void FormWindowTests::introductionTab()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     QTest::mouseClick(f->bug, Qt::LeftButton);
     QCOMPARE(MainWindowProbe::formState(*window), qint32(Composing));
     showTab(0);
@@ -178,7 +176,6 @@ void FormWindowTests::composeTabs_data()
 
 void FormWindowTests::composeTabs()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     QFETCH(int, index);
     QFETCH(QStringList, controls);
     QFETCH(QStringList, cycle);
@@ -189,7 +186,6 @@ void FormWindowTests::composeTabs()
 
 void FormWindowTests::descriptionTab()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     showTab(3);
     // The labels change with the kind of report, and the names with them.
     compareControls({
@@ -205,7 +201,6 @@ void FormWindowTests::descriptionTab()
 
 void FormWindowTests::settingsTabLocked()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     showTab(5);
     compareControls({
         "check_Settings CheckBox \"I understand.  Let me modify the settings.\" focusable unchecked",
@@ -219,7 +214,6 @@ void FormWindowTests::settingsTabLocked()
 
 void FormWindowTests::settingsTabUnlocked()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     // Unlocking from the keyboard: Space on the focused check box.
     QWidget *lock = find("check_Settings");
     lock->setFocus();
@@ -256,7 +250,6 @@ void FormWindowTests::settingsTabUnlocked()
 
 void FormWindowTests::sendingScreenAccessibility()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     showTab(1);
     f->enterScreen(Sending);
     compareControls({
@@ -273,7 +266,6 @@ void FormWindowTests::sendingScreenAccessibility()
 // The field names follow the labels that a feature request puts up.
 void FormWindowTests::namesFollowTheFeatureRequest()
 {
-    QVERIFY(sharedWindow(Shared::Accessibility));
     f->enterScreen(Choosing);
     QTest::mouseClick(f->feature, Qt::LeftButton);
     showTab(3);

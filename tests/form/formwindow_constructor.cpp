@@ -174,7 +174,6 @@ QMap<QString, QString> formProperties(const QMainWindow &window)
 // The window against the bare form, polished alike: what differs is exactly this.
 void FormWindowTests::constructorChanges()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QMainWindow bare;
     Ui::MainWindow ui;
     ui.setupUi(&bare);
@@ -218,7 +217,6 @@ void FormWindowTests::constructorChanges()
 
 void FormWindowTests::topLevelWindow()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QCOMPARE(window->objectName(), QStringLiteral("MainWindow"));
     QCOMPARE(QString::fromLatin1(window->metaObject()->className()), QStringLiteral("MainWindow"));
     QCOMPARE(window->windowTitle(), kFullTitle);
@@ -241,14 +239,12 @@ void FormWindowTests::topLevelWindow()
 
 void FormWindowTests::windowSize()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     // No settings file exists in the test's home, so the form's own size stands.
     QCOMPARE(window->size(), QSize(720, 470));
 }
 
 void FormWindowTests::titleCombo()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QComboBox *combo = find<QComboBox>("combo_Title");
     QVERIFY(combo);
     QVERIFY(combo->isEditable());
@@ -261,7 +257,6 @@ void FormWindowTests::titleCombo()
 
 void FormWindowTests::buildField()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QLineEdit *build = find<QLineEdit>("line_Build");
     QVERIFY(build);
     QCOMPARE(build->text(), QStringLiteral("3126"));
@@ -305,7 +300,6 @@ void FormWindowTests::numberFieldsTakeOnlyTheirDigits_data()
 
 void FormWindowTests::numberFieldsTakeOnlyTheirDigits()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QFETCH(QString, field);
     QFETCH(QString, pattern);
     QFETCH(QString, typed);
@@ -322,7 +316,6 @@ void FormWindowTests::numberFieldsTakeOnlyTheirDigits()
 
 void FormWindowTests::productAreaCount()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QListWidget *list = find<QListWidget>("list_Area");
     QVERIFY(list);
     QCOMPARE(productAreas().size(), 46);
@@ -343,7 +336,6 @@ void FormWindowTests::productAreaOrder_data()
 
 void FormWindowTests::productAreaOrder()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QFETCH(int, row);
     QFETCH(QString, text);
     QListWidget *list = find<QListWidget>("list_Area");
@@ -378,7 +370,6 @@ void FormWindowTests::introScreen_data()
 
 void FormWindowTests::introScreen()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QFETCH(QString, name);
     QFETCH(bool, visible);
     QWidget *widget = find<QWidget>(name);
@@ -388,7 +379,6 @@ void FormWindowTests::introScreen()
 
 void FormWindowTests::introScreenState()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     QCOMPARE(MainWindowProbe::formState(*window), qint32(0));
     QCOMPARE(MainWindowProbe::reportKind(*window), qint32(0));
     QPushButton *send = find<QPushButton>("button_Send");
@@ -399,7 +389,6 @@ void FormWindowTests::introScreenState()
 
 void FormWindowTests::settingsLock()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     // The settings frame is hidden until the user unlocks it; the lock widgets show.
     QVERIFY(find<QWidget>("frame_Settings")->isHidden());
     QVERIFY(!find<QWidget>("label_Settings")->isHidden());
@@ -410,7 +399,6 @@ void FormWindowTests::settingsLock()
 
 void FormWindowTests::shownIntroScreen()
 {
-    QVERIFY(sharedWindow(Shared::Constructor));
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window, kEventWaitMs));
 

@@ -27,8 +27,8 @@ private:
     // whole group, as each group's functions build on what the previous ones did; the
     // state and navigation checks make a window of their own in each function (which
     // hides window and f). Only one window may exist at a time (each holds the instance
-    // port and the thumbnail folder): the first function of a shared group makes its
-    // window (sharedWindow), closing the other group's, and init() closes it before a
+    // port and the thumbnail folder): init() makes a tagged group's window before its
+    // first function (sharedWindow), closing the other group's, and closes it before a
     // function of no shared group (untagged).
     enum class Shared { None, Constructor, Accessibility };
     bool sharedWindow(Shared group);
