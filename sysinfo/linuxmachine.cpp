@@ -4,7 +4,6 @@
 #include "sysinfo/dxdiagdump.h"
 
 #include <algorithm>
-#include <cctype>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -27,13 +26,22 @@ bool readFile(const std::string &path, std::string &content)
     return true;
 }
 
+namespace {
+// ASCII white space only: std::isspace follows the user's locale, and in a single-byte
+// one it takes a byte of a UTF-8 letter (the 0xA0 that ends an a with grave accent) for a blank.
+bool isAsciiSpace(char c)
+{
+    return c == ' ' || c == '\t' || c == '\n' || c == '\r' || c == '\v' || c == '\f';
+}
+} // namespace
+
 std::string trimmed(const std::string &text)
 {
     std::size_t begin = 0;
     std::size_t end = text.size();
-    while (begin < end && std::isspace(static_cast<unsigned char>(text[begin])))
+    while (begin < end && isAsciiSpace(text[begin]))
         ++begin;
-    while (end > begin && std::isspace(static_cast<unsigned char>(text[end - 1])))
+    while (end > begin && isAsciiSpace(text[end - 1]))
         --end;
     return text.substr(begin, end - begin);
 }
@@ -59,6 +67,26 @@ bool splitKeyValue(const std::string &line, std::string &key, std::string &value
 unsigned long long parseUnsigned(const std::string &text, int base)
 {
     return std::strtoull(text.c_str(), nullptr, base);
+}
+
+unsigned long long parseThousandths(const std::string &text)
+{
+    std::size_t at = 0;
+    unsigned long long whole = 0;
+    for (; at < text.size() && text[at] >= '0' && text[at] <= '9'; ++at) {
+        if (whole > 1'000'000'000'000ULL)
+            return 0; // not a figure any machine has
+        whole = whole * 10 + static_cast<unsigned>(text[at] - '0');
+    }
+    unsigned long long fraction = 0;
+    unsigned long long scale = 1000;
+    if (at < text.size() && text[at] == '.') {
+        for (++at; at < text.size() && text[at] >= '0' && text[at] <= '9' && scale > 1; ++at) {
+            scale /= 10;
+            fraction += static_cast<unsigned>(text[at] - '0') * scale;
+        }
+    }
+    return whole * 1000 + fraction;
 }
 
 std::string printf1(const char *format, unsigned long long value)
@@ -88,7 +116,7 @@ struct Processor
 {
     std::string model;
     unsigned count = 0;
-    double mhz = 0;
+    unsigned long long khz = 0;
     bool x86 = false;
     bool hypervisor = false;
 };
@@ -110,8 +138,8 @@ Processor readProcessor(const LinuxMachinePaths &paths, const Uname &names)
             ++cpu.count;
         else if (key == "model name" && cpu.model.empty())
             cpu.model = value;
-        else if (key == "cpu MHz" && cpu.mhz == 0)
-            cpu.mhz = std::strtod(value.c_str(), nullptr); // the clock right now
+        else if (key == "cpu MHz" && cpu.khz == 0)
+            cpu.khz = parseThousandths(value); // the clock right now
         else if (key == "flags" && !cpu.x86) {
             // Only x86 lists "flags"; its "hypervisor" flag marks a guest.
             cpu.x86 = true;
@@ -125,22 +153,24 @@ Processor readProcessor(const LinuxMachinePaths &paths, const Uname &names)
         cpu.count = std::max(1u, std::thread::hardware_concurrency());
     // The rated clock, where the frequency driver tells it (in kHz), is steadier
     // than the clock of the moment, which power management moves up and down.
-    const std::string khz = readLine(paths.sys + "/devices/system/cpu/cpu0/cpufreq/cpuinfo_max_freq");
-    if (!khz.empty() && parseUnsigned(khz) > 0)
-        cpu.mhz = static_cast<double>(parseUnsigned(khz)) / 1000.0;
+    const unsigned long long ratedKhz =
+        parseUnsigned(readLine(paths.sys + "/devices/system/cpu/cpu0/cpufreq/cpuinfo_max_freq"));
+    if (ratedKhz > 0)
+        cpu.khz = ratedKhz;
     return cpu;
 }
 
-// The way the Windows provider writes it: "Model (8 CPUs), ~3.6GHz".
+// The way the Windows provider writes it: "Model (8 CPUs), ~3.6GHz", with a point
+// whatever the user's language, as the provider's English fields always have. Whole
+// numbers only, so the C library's locale never decides the decimal sign.
 std::string processorText(const Processor &cpu)
 {
     std::string text = cpu.model + " (" + std::to_string(cpu.count) + (cpu.count == 1 ? " CPU)" : " CPUs)");
-    if (cpu.mhz >= 1000) {
-        char buffer[32];
-        std::snprintf(buffer, sizeof buffer, ", ~%.1fGHz", cpu.mhz / 1000.0);
-        text += buffer;
-    } else if (cpu.mhz > 0) {
-        text += printf1(", ~%lluMHz", static_cast<unsigned long long>(cpu.mhz + 0.5));
+    if (cpu.khz >= 1'000'000) {
+        const unsigned long long tenthsOfGhz = (cpu.khz + 50'000) / 100'000;
+        text += ", ~" + std::to_string(tenthsOfGhz / 10) + "." + std::to_string(tenthsOfGhz % 10) + "GHz";
+    } else if (cpu.khz > 0) {
+        text += ", ~" + std::to_string((cpu.khz + 500) / 1000) + "MHz";
     }
     return text;
 }

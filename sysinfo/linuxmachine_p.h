@@ -18,6 +18,9 @@ std::string readLine(const std::string &path);
 // /proc/meminfo ("MemTotal:  123 kB").
 bool splitKeyValue(const std::string &line, std::string &key, std::string &value);
 unsigned long long parseUnsigned(const std::string &text, int base = 10);
+// A decimal figure with a point, as the kernel writes it ("2394.457"), in thousandths
+// (2394457); read by hand, as strtod would take the user's decimal comma.
+unsigned long long parseThousandths(const std::string &text);
 // Whether text begins with prefix; the length is the literal's own.
 inline bool hasPrefix(const std::string &text, std::string_view prefix)
 {

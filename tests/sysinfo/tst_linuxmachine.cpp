@@ -2,6 +2,7 @@
 // graphics cards, and over this machine.
 
 #include "sysinfo/linuxmachine.h"
+#include "sysinfo/linuxmachine_p.h"
 #include "sysinfo/systemsummary.h"
 
 #include "containersession.h"
@@ -12,6 +13,8 @@
 #include <QDir>
 #include <QtTest>
 
+#include <clocale>
+#include <cstdio>
 #include <fstream>
 #include <sstream>
 
@@ -322,6 +325,80 @@ private slots:
                          "(0 child container(s))\n\n"));
         QCOMPARE(QString::fromUtf8(dumpToBytes(*machine->findChild(kDxDiagDisplayDevices))),
                  QString("(0 properties)\n(0 child container(s))\n\n"));
+    }
+
+    // The description is sent to a server that reads one format, so the user's
+    // language must not change it: a German C library writes "2,4" and reads
+    // "2394.457" as 2394. The clock of the moment (no rated clock) and the rated one.
+    void sameDescriptionInEveryLanguage()
+    {
+        const QString root = TestEnvironment::instance().root() + "/clocks";
+        write(root + "/proc/cpuinfo", "processor\t: 0\nmodel name\t: Slow\ncpu MHz\t\t: 950.600\n");
+        write(root + "/proc/meminfo", "MemTotal:        3882400 kB\n");
+        LinuxMachinePaths slow = m_paths;
+        slow.proc = (root + "/proc").toStdString();
+        slow.sys = (root + "/sys").toStdString();
+        write(root + "/fast/proc/cpuinfo", "processor\t: 0\nmodel name\t: Fast\ncpu MHz\t\t: 2394.457\n");
+        write(root + "/fast/proc/meminfo", "MemTotal:        3882400 kB\n");
+        LinuxMachinePaths fast = slow;
+        fast.proc = (root + "/fast/proc").toStdString();
+
+        const auto describe = [](const LinuxMachinePaths &paths) {
+            std::unique_ptr<MemoryContainer> machine = makeLinuxMachineRoot(paths);
+            return machine ? QString::fromUtf8(dumpToBytes(*machine->findChild(kDxDiagSystemInfo)) + "\n"
+                                               + dumpToBytes(*machine->findChild(kDxDiagDisplayDevices)))
+                           : QString();
+        };
+        const auto processor = [](const LinuxMachinePaths &paths) {
+            return QString::fromStdString(
+                makeLinuxMachineRoot(paths)->findChild(kDxDiagSystemInfo)->find("szProcessorEnglish")->text);
+        };
+
+        const QByteArray before = std::setlocale(LC_ALL, nullptr);
+        QVERIFY2(std::setlocale(LC_ALL, "C"), "no C locale");
+        const QString slowInC = describe(slow);
+        const QString fastInC = describe(fast);
+        const QString madeUpInC = describe(m_paths);
+        QVERIFY2(std::setlocale(LC_ALL, "de_DE.UTF-8"),
+                 "the locale de_DE.UTF-8 is missing (tools/install-deps.sh generates it)");
+        const QString slowInGerman = describe(slow);
+        const QString fastInGerman = describe(fast);
+        const QString madeUpInGerman = describe(m_paths);
+        const QString slowProcessorInGerman = processor(slow);
+        const QString fastProcessorInGerman = processor(fast);
+        char decimal[8];
+        std::snprintf(decimal, sizeof decimal, "%.1f", 2.5);
+        std::setlocale(LC_ALL, before.constData());
+
+        QCOMPARE(QString(decimal), QString("2,5")); // the German locale is in force
+        QCOMPARE(slowProcessorInGerman, QString("Slow (1 CPU), ~951MHz"));
+        QCOMPARE(fastProcessorInGerman, QString("Fast (1 CPU), ~2.4GHz"));
+        QCOMPARE(slowInGerman, slowInC);
+        QCOMPARE(fastInGerman, fastInC);
+        QCOMPARE(madeUpInGerman, madeUpInC);
+        QVERIFY(madeUpInC.contains("szProcessorEnglish: Intel(R) Core(TM) i7-7700 CPU @ 3.60GHz (4 CPUs), ~3.6GHz\n"));
+    }
+
+    // The kernel's decimal figures, in thousandths, whatever the locale.
+    void thousandths_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<qulonglong>("thousandths");
+        QTest::newRow("kernel clock") << "2394.457" << 2394457ULL;
+        QTest::newRow("whole") << "800" << 800000ULL;
+        QTest::newRow("one decimal") << "950.6" << 950600ULL;
+        QTest::newRow("more than three decimals") << "1200.0009" << 1200000ULL;
+        QTest::newRow("comma is not a point") << "950,6" << 950000ULL;
+        QTest::newRow("empty") << "" << 0ULL;
+        QTest::newRow("not a figure") << "fast" << 0ULL;
+        QTest::newRow("absurdly long") << "99999999999999999999999" << 0ULL;
+    }
+
+    void thousandths()
+    {
+        QFETCH(QString, text);
+        QFETCH(qulonglong, thousandths);
+        QCOMPARE(qulonglong(linuxmachine::detail::parseThousandths(text.toStdString())), thousandths);
     }
 
     void noProcessFilesNoRoot()
