@@ -14,6 +14,8 @@
 #   FB_FRESH_ROOT_KEEP=1 keeps the root after the run (for a look inside)
 #   FB_DEBIAN_MIRROR     the mirror debootstrap and the root's apt use
 #                        (default: the first one this machine's apt uses)
+#   FB_FRESH_ROOT_LANG   a LANG to start .ci/run with (default: none, as a CI runner,
+#                        a cron job or a service may start it with no locale at all)
 set -euo pipefail
 top=$(git -C "$(dirname "$0")" rev-parse --show-toplevel)
 shared=$(cd "$top/../shared" 2>/dev/null && pwd) || { echo "fresh-root: no ../shared beside $top" >&2; exit 2; }
@@ -70,11 +72,13 @@ git clone -q --no-local "$top" "$root/work/main"
 git -C "$root/work/main" checkout -q "$commit"
 cp -a "$shared" "$root/work/shared"
 
-echo "fresh-root: CI=true bash .ci/run in the new root ($commit)"
+echo "fresh-root: CI=true bash .ci/run in the new root ($commit), LANG=${FB_FRESH_ROOT_LANG:-(unset)}"
 log=$work/ci.log
 start=$(date +%s)
 status=0
-chroot "$root" /usr/bin/env -i HOME=/root CI=true LANG=C.UTF-8 TERM=dumb \
+locale=()
+[ -n "${FB_FRESH_ROOT_LANG:-}" ] && locale=("LANG=$FB_FRESH_ROOT_LANG")
+chroot "$root" /usr/bin/env -i HOME=/root CI=true "${locale[@]}" TERM=dumb \
     PATH=/usr/local/sbin:/usr/local/bin:/usr/sbin:/usr/bin:/sbin:/bin \
     bash -c 'cd /work/main && bash .ci/run' </dev/null 2>&1 | tee "$log" || status=${PIPESTATUS[0]}
 end=$(date +%s)

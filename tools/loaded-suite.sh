@@ -6,6 +6,7 @@
 # Needs stress-ng (tools/deps/base.txt) and a build made by tools/test.sh.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
+. "$root/tools/utf8-locale.sh"
 runs=${1:-5}
 build=$(cd "$root/${2:-build}" && pwd) || exit 2
 command -v stress-ng >/dev/null || { echo "stress-ng is not installed"; exit 2; }

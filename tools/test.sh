@@ -8,6 +8,7 @@
 # The last lines are a table of each lane's outcome and time.
 set -uo pipefail
 root=$(cd "$(dirname "$0")/.." && pwd)
+. "$root/tools/utf8-locale.sh"
 cd "$root"
 jobs=$(nproc)
 export CCACHE_BASEDIR="$root"

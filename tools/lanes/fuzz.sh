@@ -7,6 +7,7 @@
 # caused it is kept as build-fuzz/artifacts/<target>/crash-*.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
+. "$root/tools/utf8-locale.sh"
 build=$root/build-fuzz
 seconds=${FB_FUZZ_SECONDS:-60}
 export CCACHE_BASEDIR=$root

@@ -7,6 +7,7 @@
 # root. $1 (the normal build folder) is not used.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
+. "$root/tools/utf8-locale.sh"
 cd "$root"
 export CCACHE_BASEDIR=$root
 

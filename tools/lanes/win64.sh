@@ -8,6 +8,7 @@
 # packages it needs.
 set -euo pipefail
 root=$(cd "$(dirname "$0")/../.." && pwd)
+. "$root/tools/utf8-locale.sh"
 cd "$root"
 lane_start=$(date +%s)
 seconds_since() { echo $(($(date +%s) - $1)); }
