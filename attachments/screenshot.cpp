@@ -2,6 +2,7 @@
 
 #include "attachments/capturegeometry.h"
 #include "attachments/rubberbandenhanced.h"
+#include "attachments/screengrab.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -31,7 +32,11 @@ QPixmap ScreenShot::capture(QScreen *screen)
     if (!screen)
         return QPixmap();
     m_screen = screen;
-    setBackground(screen->grabWindow(0, 0, 0, -1, -1));
+    const screengrab::Result grab = screengrab::grabScreen(screen);
+    m_grabFailed = grab.picture.isNull() && grab.viaDesktopPortal;
+    if (m_grabFailed)
+        return QPixmap(); // a black overlay would only puzzle the user
+    setBackground(grab.picture);
     setScreenGeometry(screen->geometry());
     // Place the window on the grabbed screen before it goes full screen there.
     if (!windowHandle())

@@ -40,6 +40,9 @@ public:
     bool isSelecting() const { return m_selecting; }
     // True once the user accepted or cancelled.
     bool hasEnded() const { return m_ended; }
+    // True when capture() got no picture because the desktop's screen-shot service
+    // (Wayland's portal) did not give one; the overlay was then not shown.
+    bool grabFailed() const { return m_grabFailed; }
 
 protected:
     void paintEvent(QPaintEvent *event) override;
@@ -63,6 +66,7 @@ private:
     QPoint m_currentPoint;
     bool m_selecting = false;
     bool m_ended = false;
+    bool m_grabFailed = false;
     QEventLoop m_loop;
     QScreen *m_screen = nullptr;
     QRect m_screenGeometry;

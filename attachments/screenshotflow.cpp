@@ -1,7 +1,6 @@
 #include "attachments/screenshotflow.h"
 
 #include <QString>
-#include <QtGlobal>
 
 int screenShotDelayMs(const QString &delayText)
 {
@@ -11,4 +10,16 @@ int screenShotDelayMs(const QString &delayText)
     // A timer with a negative timeout never fires, which would leave the window
     // minimised for good.
     return int(qBound(qint64(0), milliseconds, qint64(60000)));
+}
+
+MinimiseWait::Step MinimiseWait::next(bool minimised, bool exposed, bool flowMinimised, bool withdrawn,
+                                      qint64 sinceFirstCheckMs)
+{
+    // A withdrawn window is as minimised as the desktop lets it be: Wayland has no
+    // minimised state to report, and X11 window managers that do not iconify reset it.
+    if ((minimised || withdrawn) && !exposed)
+        return Step::Grab;
+    if (!flowMinimised || withdrawn || sinceFirstCheckMs < kWindowManagerGraceMs)
+        return Step::CheckAgain;
+    return Step::Withdraw;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QtGlobal>
+
 class QString;
 
 // Milliseconds to wait before a screen shot, from the text of the delay field
@@ -7,3 +9,29 @@ class QString;
 // minute even for a value that was never clamped. A negative value, which only a
 // hand-edited settings file can bring, waits for nothing.
 int screenShotDelayMs(const QString &delayText);
+
+// Whether the window is out of the way once the delay is over. The window manager
+// iconifies asynchronously, so the window may still be on the screen for a moment
+// after its state says minimised; and some never iconify at all (no window manager,
+// tiling ones such as i3 or sway, Wayland compositors that ignore the request). The
+// flow then takes the window off the screen itself after a bounded wait.
+class MinimiseWait
+{
+public:
+    // Time the window manager gets, after the delay, to take a minimised window off
+    // the screen. The delay itself has already given it two seconds or more, and the
+    // iconify animations of the common desktops take less than half a second, so a
+    // window still shown by then will not be iconified.
+    static constexpr qint64 kWindowManagerGraceMs = 1000;
+
+    enum class Step {
+        CheckAgain, // look again in 100 ms
+        Withdraw, // hide the window, then look again
+        Grab, // the screen shows what the user wants to capture
+    };
+
+    // flowMinimised: the flow itself asked for the minimise (Take Screen Shot), as
+    // opposed to a re-check reached otherwise; only then does the wait end on its own.
+    // sinceFirstCheckMs: time since the first check after the delay.
+    static Step next(bool minimised, bool exposed, bool flowMinimised, bool withdrawn, qint64 sinceFirstCheckMs);
+};

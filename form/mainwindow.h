@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QHostInfo>
 #include <QIcon>
 #include <QMainWindow>
@@ -130,6 +131,11 @@ private:
     QDir *thumbDir = nullptr;
     QString launchArea;
     bool lockArea = false;
+
+    // The screen-shot flow's wait for the minimise (attachments/screenshotflow.h).
+    bool shotMinimisedWindow = false;
+    bool shotWithdrewWindow = false;
+    QElapsedTimer shotWaitClock;
 
     qint32 formState = Choosing;
     qint32 reportKind = None;

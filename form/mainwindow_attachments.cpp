@@ -163,19 +163,31 @@ void MainWindow::paste_clipboard_image()
 void MainWindow::slot_process_screen_shot()
 {
     geometryPinned = true;
+    shotMinimisedWindow = true;
+    shotWithdrewWindow = false;
+    shotWaitClock.invalidate();
     showMinimized();
     QTimer::singleShot(screenShotDelayMs(ui->line_Snapshot_Delay->text()), this, SLOT(slot_screen_shot()));
 }
 
 void MainWindow::slot_screen_shot()
 {
-    // The window manager iconifies asynchronously: the window state says minimised at
-    // once, but the window is gone from the screen only when it is no longer exposed.
-    const bool minimised = isMinimized() && !(windowHandle() && windowHandle()->isExposed());
-    if (!minimised) {
+    if (!shotWaitClock.isValid())
+        shotWaitClock.start();
+    const MinimiseWait::Step step =
+        MinimiseWait::next(isMinimized(), windowHandle() && windowHandle()->isExposed(), shotMinimisedWindow,
+                           shotWithdrewWindow, shotWaitClock.elapsed());
+    if (step != MinimiseWait::Step::Grab) {
+        if (step == MinimiseWait::Step::Withdraw) {
+            // Nothing iconified the window: take it off the screen all the same.
+            shotWithdrewWindow = true;
+            hide();
+        }
         QTimer::singleShot(100, this, SLOT(slot_screen_shot()));
         return;
     }
+    shotMinimisedWindow = false;
+    shotWaitClock.invalidate();
 
     QScreen *screen = windowHandle() ? windowHandle()->screen() : nullptr;
     const QPoint pointer = QCursor::pos();
@@ -202,4 +214,12 @@ void MainWindow::slot_screen_shot()
     raise();
     geometryPinned = false;
     slot_set_control_states();
+
+    // Told on the restored window, where the user looks next.
+    if (overlay.grabFailed()) {
+        Ask ask(this, tr("Screen Shot Failure"), appIcon);
+        ask.warning(tr("No picture of the screen could be taken: the desktop's screen-shot service did not "
+                       "answer or did not allow it."),
+                    QStringList{tr("OK")});
+    }
 }

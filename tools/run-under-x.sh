@@ -3,10 +3,18 @@
 # gives the program real activation, minimise and full screen. Used by tests that
 # need X; the exit status is the command's.
 #
-# Without a window manager nothing is ever minimised and a screen-shot test would
-# wait out every timeout, so a window manager that does not come up is an error
-# here, reported with what openbox said.
+# FB_X_WINDOW_MANAGER chooses another desktop: "i3" (a tiling window manager that
+# never iconifies) or "none" (a bare X server, where nothing is ever minimised).
+# A window manager that does not come up is an error here, reported with what it said.
 set -eu
+manager=${FB_X_WINDOW_MANAGER:-openbox}
+case $manager in
+openbox | i3 | none) ;;
+*)
+    echo "run-under-x: unknown window manager '$manager' (openbox, i3 or none)" >&2
+    exit 2
+    ;;
+esac
 if [ "${FB_IN_XVFB:-}" != 1 ]; then
     FB_IN_XVFB=1 exec xvfb-run -a -s "-screen 0 1920x1080x24 -nolisten tcp" "$0" "$@"
 fi
@@ -18,9 +26,13 @@ wm_announced() {
     xprop -root _NET_SUPPORTING_WM_CHECK 2>/dev/null | grep -q 'window id'
 }
 
-# Starts openbox and waits up to ten seconds for it to announce itself.
+# Starts the window manager and waits up to ten seconds for it to announce itself.
 start_wm() {
-    openbox --sm-disable >>"$wm_log" 2>&1 &
+    if [ "$manager" = i3 ]; then
+        i3 -c "$(dirname "$0")/i3-test.config" >>"$wm_log" 2>&1 &
+    else
+        openbox --sm-disable >>"$wm_log" 2>&1 &
+    fi
     wm=$!
     i=0
     while [ $i -lt 200 ]; do
@@ -32,12 +44,12 @@ start_wm() {
     return 1
 }
 
-if ! start_wm; then
-    echo "run-under-x: openbox did not come up on $DISPLAY; trying once more" >&2
+if [ "$manager" != none ] && ! start_wm; then
+    echo "run-under-x: $manager did not come up on $DISPLAY; trying once more" >&2
     kill "$wm" 2>/dev/null || true
     wait "$wm" 2>/dev/null || true
     if ! start_wm; then
-        echo "run-under-x: no window manager on $DISPLAY; openbox said:" >&2
+        echo "run-under-x: no window manager on $DISPLAY; $manager said:" >&2
         cat "$wm_log" >&2
         kill "$wm" 2>/dev/null || true
         exit 1
@@ -59,10 +71,12 @@ fi
 
 status=0
 "$@" || status=$?
-if ! kill -0 "$wm" 2>/dev/null; then
-    echo "run-under-x: openbox ended while the test ran; it said:" >&2
-    cat "$wm_log" >&2
+if [ -n "$wm" ]; then
+    if ! kill -0 "$wm" 2>/dev/null; then
+        echo "run-under-x: $manager ended while the test ran; it said:" >&2
+        cat "$wm_log" >&2
+    fi
+    kill "$wm" 2>/dev/null || true
+    wait "$wm" 2>/dev/null || true
 fi
-kill "$wm" 2>/dev/null || true
-wait "$wm" 2>/dev/null || true
 exit $status

@@ -367,6 +367,14 @@
         <translation>Auf die Datei konnte nicht zugegriffen werden.</translation>
     </message>
     <message>
+        <source>Screen Shot Failure</source>
+        <translation>Bildschirmfoto fehlgeschlagen</translation>
+    </message>
+    <message>
+        <source>No picture of the screen could be taken: the desktop&apos;s screen-shot service did not answer or did not allow it.</source>
+        <translation>Es konnte kein Bild des Bildschirms aufgenommen werden: Der Bildschirmfoto-Dienst der Arbeitsumgebung hat nicht geantwortet oder es nicht erlaubt.</translation>
+    </message>
+    <message>
         <source>OK</source>
         <translation>OK</translation>
     </message>

@@ -1,9 +1,8 @@
 #pragma once
 
-// The attachment tests that need a real window system and a MainWindow: Take Screen
-// Shot end to end (X only), the shot on the Windows clipboard (Windows only), and
-// Ctrl+V with another program owning the clipboard. One program, so that these
-// functions take the window port's turn once.
+// The attachment tests that need a real window system and a MainWindow: the shot on
+// the Windows clipboard (Windows only) and Ctrl+V with another program owning the
+// clipboard. The screen-shot flow on X has a program of its own (tst_screenshotflow).
 
 #include "attachmentcheck.h"
 #include "form/mainwindow.h"
@@ -48,21 +47,6 @@ private:
     std::unique_ptr<QWidget> pattern;
     QRect screen;
     void showPattern();
-#else
-    // The screen-shot flow (screenshotflow_x11.cpp).
-    void prepareScreen();
-
-    template <typename T>
-    T *widget(const char *name)
-    {
-        return MainWindowProbe::widget<T>(*window, name);
-    }
-
-    void showWindow();
-    bool pinned() const;
-    void takeScreenShot(int timeoutMs = 20000);
-    QString thumbnail(const QString &fileName) const;
-    QTreeWidget *tree();
 #endif
 
     // Ctrl+V from another program's clipboard (clipboardpaste.cpp). Its functions,
@@ -89,22 +73,6 @@ private slots:
     // Take Screen Shot on Windows: the captured region goes onto the clipboard as a
     // device-independent bitmap, and another program reads it back pixel for pixel.
     SHOT_CLIPBOARD_TEST void shotIsOnTheClipboardForOtherPrograms();
-#else
-    // Take Screen Shot end to end on a real X server: the delay timer, the minimised
-    // wait, the grab, the overlay driven with real input, the name dialog, the
-    // attachment, the clipboard and the restored window.
-    void delayStartsTheTimer_data();
-    void delayStartsTheTimer();
-    void waitsUntilTheWindowIsMinimised();
-    void plainShotIsNamedAndAttached();
-    void shotIsOnTheClipboard();
-    void enhancedShotIsAcceptedWithTheRightButton();
-    void escapeCancels_data();
-    void escapeCancels();
-    void cancelledOrEmptyNameAddsNothing_data();
-    void cancelledOrEmptyNameAddsNothing();
-    void plainClickWithoutDragAsksNothing();
-    void secondShotOfTheSameNameGetsANumber();
 #endif
 
     // Ctrl+V on the Attachments tab with another program owning the clipboard: the

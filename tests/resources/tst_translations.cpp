@@ -43,6 +43,14 @@ private slots:
             // translator existed, so the list shows (and the report sends) the source names.
             QCOMPARE(productAreaNames().constLast(), QString("Other"));
             QCOMPARE(productAreaNames().constFirst(), QString("Animation"));
+            // The box of a screen shot that the desktop refused.
+            QCOMPARE(QCoreApplication::translate("MainWindow", "Screen Shot Failure"),
+                     QString("Bildschirmfoto fehlgeschlagen"));
+            QCOMPARE(QCoreApplication::translate("MainWindow",
+                                                 "No picture of the screen could be taken: the desktop's screen-shot "
+                                                 "service did not answer or did not allow it."),
+                     QString("Es konnte kein Bild des Bildschirms aufgenommen werden: Der Bildschirmfoto-Dienst der "
+                             "Arbeitsumgebung hat nicht geantwortet oder es nicht erlaubt."));
         }
         QApplication::removeTranslator(&german);
     }
