@@ -54,5 +54,10 @@ set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
 set(CPACK_DEBIAN_PACKAGE_HOMEPAGE https://www.korvane3d.com/)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+# Not needed to start, but what a user's desktop should have: on a Wayland session the
+# program runs as a Wayland client (qtwayland5) and takes screen shots through the
+# desktop portal (xdg-desktop-portal, with the backend of the user's desktop); Qt's own
+# catalogues translate the buttons of its dialogs (qttranslations5-l10n).
+set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "qtwayland5, xdg-desktop-portal, qttranslations5-l10n")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 include(CPack)

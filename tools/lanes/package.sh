@@ -52,6 +52,11 @@ for library in libqt5widgets5 libqt5network5 libqt5gui5 libqt5core5a libc6; do
     grep -q "$library" <<<"$depends" || { echo "package: no dependency on $library" >&2; exit 1; }
 done
 
+recommends=$(dpkg-deb --field "$deb" Recommends)
+echo "package: Recommends: $recommends"
+[ "$recommends" = "qtwayland5, xdg-desktop-portal, qttranslations5-l10n" ] ||
+    { echo "package: the recommendations are not the Wayland and translation packages" >&2; exit 1; }
+
 unpacked=$(mktemp -d)
 trap 'rm -rf "$unpacked"' EXIT
 dpkg-deb -x "$deb" "$unpacked"
