@@ -1,5 +1,5 @@
 #!/bin/bash
-# Memcheck lane: every test that needs no X server, run under valgrind's memcheck in the
+# Memcheck lane: every test that needs no X server or Wayland desktop, run under valgrind's memcheck in the
 # normal build ($1). A memcheck error makes the test's process exit 99, which fails it.
 # tools/valgrind.supp holds only reports from Qt's and fontconfig's own code, each named
 # with why; harness/memcheck_canary (in the normal suite) proves that a program error
@@ -14,4 +14,4 @@ command -v valgrind >/dev/null || { echo "valgrind is not installed (tools/deps/
 export QT_ENABLE_REGEXP_JIT=0
 export FB_TEST_VALGRIND="valgrind --tool=memcheck --error-exitcode=99 --leak-check=no --num-callers=40 --suppressions=$root/tools/valgrind.supp"
 cd "$build"
-ctest -j"$(nproc)" --timeout 1800 --label-exclude 'x11|harness' --no-tests=error
+ctest -j"$(nproc)" --timeout 1800 --label-exclude 'x11|wayland|harness' --no-tests=error
