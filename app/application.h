@@ -8,5 +8,10 @@
 // negative position rounded down (half the overflow).
 QPoint centredPosition(const QSize &screenSize, const QSize &windowSize);
 
+// What the application object must know before it exists: scale with the screen, as
+// the system sets it (on Windows 125 % and 150 % as they are, not rounded to whole
+// factors), with pictures drawn for the screen's pixels. The tests set the same.
+void setHighDpiAttributes();
+
 // The whole program run: application object, translators, the window, the event loop.
 int runFeedbackAgent(int argc, char **argv);

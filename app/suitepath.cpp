@@ -1,8 +1,9 @@
 #include "app/suitepath.h"
 
+#include "app/settingsbase.h"
+
 #include <QDir>
 #include <QFileInfo>
-#include <QStandardPaths>
 #include <QString>
 
 #include <string>
@@ -20,12 +21,9 @@ QString suiteFolder(int kind)
 {
     switch (kind) {
     case SuiteSettingsFolder: {
-#ifdef Q_OS_WIN
-        // %APPDATA% is the roaming profile folder where the suite keeps its settings.
-        const QString base = qEnvironmentVariable("APPDATA");
-#else
-        const QString base = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-#endif
+        const QString base = userSettingsBase();
+        if (base.isEmpty())
+            return QString();
         return QDir::toNativeSeparators(withoutTrailingSeparator(base) + QLatin1String("/Korvane"));
     }
     case SuiteTempFolder: {

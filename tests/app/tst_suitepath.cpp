@@ -5,6 +5,11 @@
 #include <QDir>
 #include <QtTest>
 
+#ifdef Q_OS_WIN
+#include <shlobj.h>
+#include <windows.h>
+#endif
+
 namespace {
 
 // Sets a variable for the life of the object.
@@ -40,9 +45,40 @@ class TestSuitePath : public QObject
 private slots:
     void settingsFolderIsUnderTheUsersConfigurationBase()
     {
-        QCOMPARE(QString::fromUtf8(SuitePath(10)), native(TestEnvironment::instance().configHome() + "/Korvane"));
+        QCOMPARE(QString::fromUtf8(SuitePath(10)), native(TestEnvironment::instance().suiteFolder()));
     }
 
+#ifdef Q_OS_WIN
+    // The account's roaming application data, as the system names it, whatever the
+    // environment says: the variable may be unset, or point elsewhere.
+    void settingsFolderComesFromTheSystem_data()
+    {
+        QTest::addColumn<bool>("unset");
+        QTest::addColumn<QString>("variable");
+        QTest::newRow("APPDATA unset") << true << QString();
+        QTest::newRow("APPDATA elsewhere") << false << TestEnvironment::instance().root() + "/elsewhere";
+        QTest::newRow("APPDATA empty") << false << QString();
+    }
+
+    void settingsFolderComesFromTheSystem()
+    {
+        QFETCH(bool, unset);
+        QFETCH(QString, variable);
+        PWSTR known = nullptr;
+        QCOMPARE(SHGetKnownFolderPath(FOLDERID_RoamingAppData, 0, nullptr, &known), S_OK);
+        const QString expected = QString::fromWCharArray(known) + "\\Korvane";
+        CoTaskMemFree(known);
+
+        const QByteArray saved = qgetenv("APPDATA");
+        if (unset)
+            qunsetenv("APPDATA");
+        else
+            qputenv("APPDATA", QDir::toNativeSeparators(variable).toLocal8Bit());
+        const QString path = QString::fromUtf8(SuitePath(10));
+        qputenv("APPDATA", saved);
+        QCOMPARE(path, expected);
+    }
+#else
     void settingsFolderHasNoTrailingSeparator()
     {
         QString path;
@@ -52,6 +88,8 @@ private slots:
         }
         QCOMPARE(path, native(TestEnvironment::instance().configHome() + "/Korvane"));
     }
+
+#endif
 
     void tempFolderIsWritableWithoutTrailingSeparator()
     {
@@ -81,6 +119,7 @@ private slots:
         QCOMPARE(file, QByteArray());
     }
 
+#ifndef Q_OS_WIN
     void utf8PathsSurvive()
     {
         const QString folder = TestEnvironment::instance().root() + QString::fromUtf8("/conf \xC3\xA9t\xC3\xA9");
@@ -92,8 +131,12 @@ private slots:
         }
         QCOMPARE(path, native(folder + "/Korvane").toUtf8());
     }
+#endif
 
-    void unknownKindIsEmpty() { QCOMPARE(QByteArray(SuitePath(7)), QByteArray()); }
+    void unknownKindIsEmpty()
+    {
+        QCOMPARE(QByteArray(SuitePath(7)), QByteArray());
+    }
 };
 
 FB_TEST_MAIN(TestSuitePath)

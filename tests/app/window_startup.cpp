@@ -23,6 +23,13 @@
 #include <QTcpSocket>
 #include <QtTest>
 
+#ifdef Q_OS_WIN
+#include <shlobj.h>
+#include <windows.h>
+
+#include <string>
+#endif
+
 #include <memory>
 
 namespace {
@@ -132,8 +139,63 @@ void WindowTests::settingsFileWithOnlyTheNewFile()
     QCOMPARE(MainWindowProbe::configPath(window), newFile());
 }
 
+#ifdef Q_OS_WIN
+namespace {
+
+// The account's roaming application-data folder moved elsewhere while it lives, where
+// Windows keeps it: the user's shell folders in the registry.
+struct RoamingFolderMoved
+{
+    explicit RoamingFolderMoved(const QString &elsewhere)
+    {
+        if (RegOpenKeyExW(HKEY_CURRENT_USER, kShellFolders, 0, KEY_QUERY_VALUE | KEY_SET_VALUE, &key) != ERROR_SUCCESS)
+            return;
+        wchar_t value[MAX_PATH * 2] = {};
+        DWORD size = sizeof value - sizeof(wchar_t);
+        if (RegQueryValueExW(key, L"AppData", nullptr, &type, reinterpret_cast<BYTE *>(value), &size) != ERROR_SUCCESS)
+            return;
+        saved = value;
+        const std::wstring moved = elsewhere.toStdWString();
+        ok = RegSetValueExW(key, L"AppData", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE *>(moved.c_str()),
+                            DWORD((moved.size() + 1) * sizeof(wchar_t)))
+             == ERROR_SUCCESS;
+    }
+    ~RoamingFolderMoved()
+    {
+        if (!saved.empty())
+            RegSetValueExW(key, L"AppData", 0, type, reinterpret_cast<const BYTE *>(saved.c_str()),
+                           DWORD((saved.size() + 1) * sizeof(wchar_t)));
+        if (key)
+            RegCloseKey(key);
+    }
+    RoamingFolderMoved(const RoamingFolderMoved &) = delete;
+    RoamingFolderMoved &operator=(const RoamingFolderMoved &) = delete;
+
+    static constexpr const wchar_t *kShellFolders =
+        L"Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\User Shell Folders";
+    HKEY key = nullptr;
+    DWORD type = REG_EXPAND_SZ;
+    std::wstring saved;
+    bool ok = false;
+};
+
+} // namespace
+#endif
+
 void WindowTests::settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
 {
+#ifdef Q_OS_WIN
+    // The account's roaming folder moved onto a regular file for a moment (the tests
+    // that read it take turns with this one), so the suite folder cannot exist.
+    const QString blocker = env.root() + "/blocker";
+    QVERIFY(!writeTestFile(blocker).isEmpty());
+    std::unique_ptr<MainWindow> window;
+    {
+        RoamingFolderMoved moved(QDir::toNativeSeparators(blocker));
+        QVERIFY(moved.ok);
+        window.reset(new MainWindow);
+    }
+#else
     // A regular file where the config folder should be: the suite folder cannot exist.
     const QString blocker = env.root() + "/blocker";
     QVERIFY(!writeTestFile(blocker).isEmpty());
@@ -141,6 +203,7 @@ void WindowTests::settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
     qputenv(kSettingsBaseVariable, QDir::toNativeSeparators(blocker).toLocal8Bit());
     std::unique_ptr<MainWindow> window(new MainWindow);
     qputenv(kSettingsBaseVariable, saved);
+#endif
     QCOMPARE(MainWindowProbe::configPath(*window), oldFile());
     QVERIFY(!QFile::exists(oldFile()));
 }

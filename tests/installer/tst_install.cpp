@@ -19,6 +19,8 @@
 #include <QtTest>
 
 #include <windows.h>
+#include <shlobj.h>
+#include <shobjidl.h>
 
 namespace {
 
@@ -68,20 +70,90 @@ Run run(const QString &program, const QStringList &arguments)
     return result;
 }
 
-// reg.exe's report of one key and its subkeys (values by name), as lines without
-// trailing blanks and without the empty lines between keys.
+// One key and its subkeys (values by name) as reg.exe's query lists them, without
+// trailing blanks and without the empty lines between keys; exit code 1 when the key
+// is not there. Read through the registry functions: reg.exe writes its report in the
+// console's code page, which need not hold every letter of a user's name.
 Run regQuery(const QString &key)
 {
-    Run result = run("reg", {"query", key, "/s"});
+    Run result;
+    const int slash = key.indexOf('\\');
+    const QString rootName = key.left(slash);
+    const HKEY root = rootName == "HKLM" || rootName == "HKEY_LOCAL_MACHINE" ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER;
+    const QString rootText = root == HKEY_LOCAL_MACHINE ? "HKEY_LOCAL_MACHINE" : "HKEY_CURRENT_USER";
     QStringList lines;
-    for (QString line : result.output.split(QRegularExpression("\r?\n"))) {
-        while (line.endsWith(' '))
-            line.chop(1);
-        if (!line.isEmpty())
-            lines << line;
-    }
+    std::function<bool(const QString &)> list = [&](const QString &path) {
+        HKEY handle = nullptr;
+        if (RegOpenKeyExW(root, reinterpret_cast<const wchar_t *>(path.utf16()), 0, KEY_READ, &handle) != ERROR_SUCCESS)
+            return false;
+        lines << rootText + "\\" + path;
+        QMap<QString, QString> values; // reg.exe lists them by name
+        for (DWORD index = 0;; ++index) {
+            wchar_t name[16384];
+            DWORD nameLength = 16384;
+            DWORD type = 0;
+            BYTE data[65536];
+            DWORD size = sizeof data - 2;
+            if (RegEnumValueW(handle, index, name, &nameLength, nullptr, &type, data, &size) != ERROR_SUCCESS)
+                break;
+            data[size] = data[size + 1] = 0;
+            QString text;
+            QString typeName;
+            if (type == REG_DWORD) {
+                typeName = "REG_DWORD";
+                text = "0x" + QString::number(*reinterpret_cast<const quint32 *>(data), 16);
+            } else {
+                typeName = type == REG_EXPAND_SZ ? "REG_EXPAND_SZ" : "REG_SZ";
+                text = QString::fromWCharArray(reinterpret_cast<const wchar_t *>(data));
+            }
+            const QString shown = nameLength == 0 ? "(Default)" : QString::fromWCharArray(name, int(nameLength));
+            QString line = "    " + shown + "    " + typeName + "    " + text;
+            while (line.endsWith(' '))
+                line.chop(1);
+            values.insert(nameLength == 0 ? QString() : shown, line);
+        }
+        lines << values.values();
+        QStringList subkeys;
+        for (DWORD index = 0;; ++index) {
+            wchar_t name[256];
+            DWORD nameLength = 256;
+            if (RegEnumKeyExW(handle, index, name, &nameLength, nullptr, nullptr, nullptr, nullptr) != ERROR_SUCCESS)
+                break;
+            subkeys << QString::fromWCharArray(name, int(nameLength));
+        }
+        RegCloseKey(handle);
+        subkeys.sort(Qt::CaseInsensitive);
+        for (const QString &subkey : subkeys)
+            list(path + "\\" + subkey);
+        return true;
+    };
+    result.exitCode = list(key.mid(slash + 1)) ? 0 : 1;
     result.output = lines.join('\n');
     return result;
+}
+
+// The file a shell link points at, from its item list.
+QString shortcutTarget(const QString &link)
+{
+    QString target;
+    CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+    IShellLinkW *shellLink = nullptr;
+    if (SUCCEEDED(CoCreateInstance(CLSID_ShellLink, nullptr, CLSCTX_INPROC_SERVER, IID_IShellLinkW,
+                                   reinterpret_cast<void **>(&shellLink)))) {
+        IPersistFile *file = nullptr;
+        if (SUCCEEDED(shellLink->QueryInterface(IID_IPersistFile, reinterpret_cast<void **>(&file)))) {
+            PIDLIST_ABSOLUTE items = nullptr;
+            wchar_t path[MAX_PATH] = {};
+            if (SUCCEEDED(file->Load(reinterpret_cast<LPCOLESTR>(QDir::toNativeSeparators(link).utf16()), STGM_READ))
+                && SUCCEEDED(shellLink->GetIDList(&items)) && SHGetPathFromIDListW(items, path))
+                target = QString::fromWCharArray(path);
+            CoTaskMemFree(items);
+            file->Release();
+        }
+        shellLink->Release();
+    }
+    CoUninitialize();
+    return target;
 }
 
 QStringList filesUnder(const QString &folder)
@@ -171,7 +243,11 @@ private slots:
             "translations/feedback_de.qm",
         };
         QCOMPARE(filesUnder(installFolder()), expected);
-        QVERIFY(QFileInfo(menuFolder() + "/Feedback Agent.lnk").isFile());
+        // The Start-menu entry is there and starts the installed program. Its target is
+        // read as the shell reads it, from the link's item list: Wine keeps the path
+        // beside it in the installer's code page, which is not this process's.
+        QCOMPARE(QDir(menuFolder()).entryList(QDir::Files | QDir::System), QStringList{"Feedback Agent.lnk"});
+        QCOMPARE(shortcutTarget(menuFolder() + "/Feedback Agent.lnk"), nativeInstallFolder() + "\\feedbackagent.exe");
     }
 
     void keysAreTheUsersOwn()

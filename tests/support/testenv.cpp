@@ -1,11 +1,13 @@
 #include "support/testenv.h"
 
 #include "app/processexit.h"
+#include "app/settingsbase.h"
 #include "sysinfo/gathersysinfo.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QMetaMethod>
 #include <QTest>
 
@@ -23,12 +25,9 @@ TestEnvironment::TestEnvironment()
     qputenv("XDG_RUNTIME_DIR", (base + "/runtime").toLocal8Bit());
     qputenv("TMPDIR", (base + "/tmp").toLocal8Bit());
 #ifdef Q_OS_WIN
-    // Windows names the same folders differently: the profile, the roaming and local
-    // application data (the suite keeps its settings under %APPDATA%) and the
-    // temporary folder.
-    qputenv("USERPROFILE", QDir::toNativeSeparators(base + "/home").toLocal8Bit());
-    qputenv("APPDATA", QDir::toNativeSeparators(base + "/config").toLocal8Bit());
-    qputenv("LOCALAPPDATA", QDir::toNativeSeparators(base + "/data").toLocal8Bit());
+    // Windows names the same folders differently, and takes most of them from the
+    // account: only the temporary folder follows its variables. The profile and the
+    // application data are the account's (under Wine, the prefix's).
     qputenv("TMP", QDir::toNativeSeparators(base + "/tmp").toLocal8Bit());
     qputenv("TEMP", QDir::toNativeSeparators(base + "/tmp").toLocal8Bit());
     m_home = QDir::homePath();
@@ -52,13 +51,23 @@ void TestEnvironment::tearDown()
         m_root.remove();
 }
 
-// On Windows every test of a run shares the home folder. The tests that build windows
-// (FB_TEST_BUILDS_WINDOWS, set by the test registration) take turns, and each starts
-// and leaves without the old settings file there, so none sees another's.
+// On Windows every test of a run shares the home folder and the suite settings folder.
+// The tests that build windows (FB_TEST_BUILDS_WINDOWS, set by the test registration)
+// take turns, and each starts and leaves without settings files there, so none sees
+// another's.
 void TestEnvironment::forgetSharedHomeSettings() const
 {
     if (qEnvironmentVariableIsSet("FB_TEST_BUILDS_WINDOWS"))
-        QFile::remove(oldSettingsFile());
+        forgetSettings();
+}
+
+QString TestEnvironment::suiteFolder() const
+{
+#ifdef Q_OS_WIN
+    return QDir::fromNativeSeparators(userSettingsBase()) + "/Korvane";
+#else
+    return configHome() + "/Korvane";
+#endif
 }
 
 TestEnvironment &TestEnvironment::instance()
@@ -91,6 +100,13 @@ QString writeTestFile(const QString &path, const QByteArray &content)
         return QString();
     file.write(content);
     return QFileInfo(path).absoluteFilePath();
+}
+
+void setTestHighDpiAttributes()
+{
+    setHighDpiAttributes();
+    if (qgetenv("QT_QPA_PLATFORM") == "offscreen")
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::Round);
 }
 
 QByteArray currentTestTag(const QObject &tests)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/application.h"
+
 #include <QObject>
 #include <QString>
 #include <QTemporaryDir>
@@ -26,8 +28,10 @@ public:
     QString home() const { return m_home; }
     QString configHome() const { return m_root.path() + "/config"; }
     QString temp() const { return m_root.path() + "/tmp"; }
-    // The suite settings folder the program uses in this environment.
-    QString suiteFolder() const { return configHome() + "/Korvane"; }
+    // The suite settings folder the program uses in this environment. On Windows it is
+    // under the account's roaming application data, which no variable moves: under
+    // Wine, the prefix's own, shared by the tests of a run.
+    QString suiteFolder() const;
     // The settings file and the older one in the home folder, named as the program
     // names them: with the system's own separators.
     QString settingsFile() const;
@@ -44,9 +48,9 @@ private:
     QString m_home;
 };
 
-// The variables the suite settings folder and the temporary folder come from.
+// The variables the temporary folder and, on Linux, the suite settings folder come
+// from. Windows takes the settings folder from the account alone.
 #ifdef Q_OS_WIN
-constexpr char kSettingsBaseVariable[] = "APPDATA";
 constexpr char kTempVariable[] = "TMP";
 #else
 constexpr char kSettingsBaseVariable[] = "XDG_CONFIG_HOME";
@@ -68,6 +72,11 @@ QString writeTestFile(const QString &path, const QByteArray &content = "x");
 // tag in init() to give each function its group's starting state.
 QByteArray currentTestTag(const QObject &tests);
 
+// The program's high-DPI attributes (setHighDpiAttributes), but whole factors on the
+// offscreen platform: it has no display scaling, and its made-up resolution would
+// give 1.0006. Call it before the application object exists.
+void setTestHighDpiAttributes();
+
 // Runs the test object's functions and then, as the program does before it ends,
 // lets the machine-summary jobs that its windows started finish. Call it while the
 // application object exists.
@@ -83,6 +92,7 @@ int execTests(QObject *testObject, int argc, char **argv);
     int main(int argc, char *argv[])                                                                                   \
     {                                                                                                                  \
         TestEnvironment::instance();                                                                                   \
+        setTestHighDpiAttributes();                                                                                    \
         int status = 0;                                                                                                \
         {                                                                                                              \
             QApplication app(argc, argv);                                                                              \

@@ -9,12 +9,27 @@
 # them first, inherit those descriptors and outlive the test, and CTest would wait for
 # them to close its pipe.
 #
+# FB_WINE_LOGPIXELS, when set, is the display scaling the test runs at, in dots per
+# inch as Windows keeps it (96 is 100 %, 120 is 125 %, 144 is 150 %, 192 is 200 %):
+# the prefix's user setting is changed for the test and put back after it. The
+# setting is the prefix's, so such a test must run alone (fb_add_test's SERIAL).
+#
 # Usage: wine-test.sh <wine> <test.exe> [test arguments]
 set -eu
 wine=$1
 shift
 log_dir=$(mktemp -d)
-trap 'rm -rf "$log_dir"' EXIT
+desktop_key='HKCU\Control Panel\Desktop'
+cleanup() {
+    if [ -n "${FB_WINE_LOGPIXELS:-}" ]; then
+        "$wine" reg delete "$desktop_key" /v LogPixels /f >/dev/null 2>&1 || true
+    fi
+    rm -rf "$log_dir"
+}
+trap cleanup EXIT
+if [ -n "${FB_WINE_LOGPIXELS:-}" ]; then
+    "$wine" reg add "$desktop_key" /v LogPixels /t REG_DWORD /d "$FB_WINE_LOGPIXELS" /f >/dev/null 2>&1
+fi
 log=$log_dir/log.txt
 console=$log_dir/console.txt
 : >"$log"
