@@ -241,6 +241,7 @@ private slots:
             "qt.conf",
             "styles/qwindowsvistastyle.dll",
             "translations/feedback_de.qm",
+            "translations/qt_de.qm",
         };
         QCOMPARE(filesUnder(installFolder()), expected);
         // The Start-menu entry is there and starts the installed program. Its target is

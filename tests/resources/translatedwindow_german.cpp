@@ -1,6 +1,6 @@
-// The program as a person on a German system sees it: the catalogue is chosen as main
-// chooses it, "feedback_" and the system locale's name (LANG=de_DE.UTF-8 here), from the
-// build's folder instead of Qt's. A few exact texts of every screen, tab and of a box;
+// The program as a person on a German system sees it: the catalogues are chosen as main
+// chooses them, "qt_" and "feedback_" and the system locale's name (LANG=de_DE.UTF-8
+// here), from the build's folder instead of Qt's. A few exact texts of every screen, tab and of a box;
 // and the product areas, which stay in the source language on the screen and in the
 // report.
 #include "submit/expectedtexts.h"
@@ -42,6 +42,8 @@ QListWidget *TranslatedWindowTests::areas() const
 void TranslatedWindowTests::initGerman()
 {
     QCOMPARE(QLocale::system().name(), QString("de_DE"));
+    QVERIFY(qtCatalogue.load("qt_" + QLocale::system().name(), qEnvironmentVariable("FB_QM_DIR")));
+    QApplication::installTranslator(&qtCatalogue);
     QVERIFY(catalogue.load("feedback_" + QLocale::system().name(), qEnvironmentVariable("FB_QM_DIR")));
     QApplication::installTranslator(&catalogue);
     beginTest("german");

@@ -49,6 +49,7 @@ private:
 
     // The German functions start on a shown window, with the catalogue the system
     // locale chooses installed.
+    QTranslator qtCatalogue; // Qt's own texts, loaded first as the program loads them
     QTranslator catalogue;
     void initGerman();
     QString text(const char *name) const;
@@ -82,4 +83,8 @@ private slots:
     GERMAN_TEST void fileDialogAndAccessFailureBox();
     GERMAN_TEST void productAreasStayInTheSourceLanguage();
     GERMAN_TEST void reportSendsTheSourceAreaName();
+    // Qt's own texts in the program's dialogs, from the Qt catalogue shipped with it.
+    GERMAN_TEST void nameBoxInGerman();
+    GERMAN_TEST void fileDialogInGerman();
+    GERMAN_TEST void failureBoxInGerman();
 };

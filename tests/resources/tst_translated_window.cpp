@@ -33,6 +33,7 @@ void TranslatedWindowTests::cleanup()
     endTest();
     QApplication::removeTranslator(&pseudo);
     QApplication::removeTranslator(&catalogue);
+    QApplication::removeTranslator(&qtCatalogue);
     QLocale::setDefault(QLocale::system());
 }
 
