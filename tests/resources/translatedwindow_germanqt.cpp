@@ -25,7 +25,6 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-
 namespace {
 
 // The texts of a dialog's visible buttons and labels, mnemonics kept, in creation order.

@@ -373,7 +373,14 @@ void TranslatedWindowTests::cutOffTextsAtTheFirstSize()
     }
 #endif
     names.sort();
-    QCOMPARE(names, kCutOff);
+    QStringList expected = kCutOff;
+#ifdef Q_OS_WIN
+    // At 125 % and more of Windows' display scaling (the cut_check runs) the seconds
+    // label's text rounds into its room; nothing else changes.
+    if (qEnvironmentVariableIntValue("FB_WINE_LOGPIXELS") > 96)
+        expected.removeOne("label_6");
+#endif
+    QCOMPARE(names, expected);
 }
 
 void TranslatedWindowTests::everyAllowedTextWasNeeded()
