@@ -4,6 +4,7 @@
 #include "sysinfo/dxdiagreader.h"
 
 #include <QFile>
+#include <QLockFile>
 #include <QTextStream>
 #include <QUrl>
 
@@ -117,13 +118,18 @@ std::unique_ptr<DxDiagSession> makeDxDiagReader()
     return std::make_unique<DxDiagReader>();
 }
 
-void writeSystemSummary(QTextStream &out, const DxDiagSessionFactory &makeReader)
+void writeSystemSummary(QTextStream &out, const DxDiagSessionFactory &makeReader, int lockWaitMs)
 {
     // No temporary folder (SuitePath gives an empty path when the folder does
     // not exist) is a file that cannot be created, not a file in the root folder.
     if (!*SuitePath(SuiteTempFolder))
         return;
     const QByteArray path = sysInfoDumpPath();
+    // Only an owner that is gone makes the lock stale, however long its job takes.
+    QLockFile dumpInUse(QString::fromUtf8(path) + QLatin1String(".lock"));
+    dumpInUse.setStaleLockTime(0);
+    if (!dumpInUse.tryLock(lockWaitMs))
+        return;
     std::FILE *file = std::fopen(path.constData(), "w");
     if (!file)
         return;

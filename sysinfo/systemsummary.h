@@ -29,8 +29,16 @@ using DxDiagSessionFactory = std::function<std::unique_ptr<DxDiagSession>()>;
 // The machine's own reader (DxDiagReader).
 std::unique_ptr<DxDiagSession> makeDxDiagReader();
 
+// How long a job waits for another process's job to be done with the dump file: more
+// than a program that is ending waits for its own job (application.cpp).
+constexpr int kDumpFileLockWaitMs = 20000;
+
 // The worker's whole job: writes the dump file with the reader that `makeReader`
 // creates, reads it back into `out` and removes it. Writes nothing when the file
 // cannot be created, when the dump ends in an exception (the file then stays) or
-// when the file cannot be read back (it is removed).
-void writeSystemSummary(QTextStream &out, const DxDiagSessionFactory &makeReader = makeDxDiagReader);
+// when the file cannot be read back (it is removed). The dump file is the same for
+// every process of the user, and a program that has closed its window may still be
+// finishing its job: a lock file beside the dump keeps a second program's job off it
+// until the first is done (or lockWaitMs have passed: then it writes nothing).
+void writeSystemSummary(QTextStream &out, const DxDiagSessionFactory &makeReader = makeDxDiagReader,
+                        int lockWaitMs = kDumpFileLockWaitMs);

@@ -16,8 +16,11 @@
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QUrl>
 #include <QtTest>
+
+#include <thread>
 
 namespace {
 
@@ -110,6 +113,45 @@ private slots:
                               + encoded(kCyrillic) + "; " + encoded(kJapanese) + "\" }");
         QVERIFY(summary.contains("%D0%92%D0%B8%D0%B4%D0%B5%D0%BE")); // UTF-8, as the server reads it
         QVERIFY(!QFileInfo::exists(folder + "/kvfba_dxdiag.txt"));
+    }
+
+    // A program whose window has closed may still be finishing its job when the user
+    // starts the next one: the second job leaves the first one's dump alone, and goes
+    // on once the first is done.
+    void aSecondProgramLeavesTheFirstOnesDumpAlone()
+    {
+        TempFolder temp(folder);
+        const QString dump = QString::fromUtf8(sysInfoDumpPath());
+        QLockFile firstProgram(dump + ".lock");
+        QVERIFY(firstProgram.lock());
+        QVERIFY(!writeTestFile(dump, "     0: szOSExLongEnglish: the first program's\n").isEmpty());
+        const auto machine = [] {
+            auto root = std::make_unique<FakeContainer>();
+            root->fakeChild(kDxDiagSystemInfo).addString("szOSExLongEnglish", "the second program's");
+            return std::make_unique<ContainerSession>(std::move(root));
+        };
+
+        // Still held when the wait runs out: no summary, and the dump as it was.
+        QString summary;
+        QTextStream out(&summary, QIODevice::ReadWrite);
+        writeSystemSummary(out, machine, 200);
+        out.flush();
+        QCOMPARE(summary, QString());
+        QCOMPARE(readAll(dump), QByteArray("     0: szOSExLongEnglish: the first program's\n"));
+
+        // Let go while the second job waits: it goes on, with its own dump.
+        QString later;
+        std::thread second([&] {
+            QTextStream laterOut(&later, QIODevice::ReadWrite);
+            writeSystemSummary(laterOut, machine);
+            laterOut.flush();
+        });
+        QFile::remove(dump); // the first program's job ends as jobs end
+        firstProgram.unlock();
+        second.join();
+        QCOMPARE(later, QString("{ \"OS\" : \"the%20second%20program%27s\" }"));
+        QVERIFY(!QFileInfo::exists(dump));
+        QVERIFY(!QFileInfo::exists(dump + ".lock"));
     }
 
     // The machine's own reader: the DirectX diagnostics provider on Windows, /proc and
