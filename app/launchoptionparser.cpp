@@ -44,3 +44,27 @@ QList<LaunchOption> parseLaunchOptions(const QStringList &arguments)
     }
     return options;
 }
+
+LaunchRequest launchRequest(const QList<LaunchOption> &options)
+{
+    using Action = LaunchRequest::Action;
+    LaunchRequest request;
+    for (const LaunchOption &option : options) {
+        const QString &key = option.first;
+        const QString &value = option.second;
+        if (key == QLatin1String("mode")) {
+            request.steps.append({Action::FixKind, QString()});
+            if (value == QLatin1String("bug"))
+                request.steps.append({Action::ShowBugReport, QString()});
+            else if (value == QLatin1String("feature"))
+                request.steps.append({Action::ShowFeatureRequest, QString()});
+        } else if (key == QLatin1String("attach")) {
+            request.steps.append({Action::Attach, value});
+        } else if (key == QLatin1String("area")) {
+            request.area = value;
+        } else if (key == QLatin1String("lockarea")) {
+            request.lockArea = true;
+        }
+    }
+    return request;
+}

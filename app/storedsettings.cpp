@@ -1,5 +1,8 @@
 #include "app/storedsettings.h"
 
+#include "app/titlehistory.h"
+#include "attachments/screenshotflow.h"
+
 #include <QFile>
 #include <QSettings>
 
@@ -28,8 +31,6 @@ QString text(const QSettings &settings, const QString &key)
 }
 
 } // namespace
-
-const QString StoredSettings::kDefaultSnapshotDelay = QStringLiteral("2");
 
 std::optional<StoredSettings> StoredSettings::read(QSettings &settings, const QPoint &fallbackPos,
                                                    const QSize &fallbackSize)
@@ -70,7 +71,7 @@ void StoredSettings::write(QSettings &settings) const
     settings.beginGroup(kGroup);
     settings.setValue(kWindowPos, windowPos);
     settings.setValue(kWindowSize, windowSize);
-    if (snapshotDelay != kDefaultSnapshotDelay)
+    if (snapshotDelay != snapshotdelay::defaultText())
         settings.setValue(kSnapshotDelay, snapshotDelay);
     settings.setValue(kEnhancedCapture, enhancedCapture);
     settings.setValue(kRememberMe, rememberMe);
@@ -88,12 +89,7 @@ void StoredSettings::write(QSettings &settings) const
         settings.setValue(kProxyUserName, proxyUserName);
         settings.setValue(kProxyPassword, proxyPassword);
     }
-    QStringList titles;
-    for (const QString &title : titleItems) {
-        if (!titles.contains(title, Qt::CaseSensitive))
-            titles.append(title);
-    }
-    settings.setValue(kTitleItems, titles);
+    settings.setValue(kTitleItems, titlehistory::stored(titleItems));
     settings.endGroup();
 }
 
@@ -116,4 +112,14 @@ void makeSettingsFileOwnerOnly(const QString &path, bool createIfMissing)
     Q_UNUSED(path)
     Q_UNUSED(createIfMissing)
 #endif
+}
+
+SettingsFileChoice chooseSettingsFile(bool suiteFolderExists, bool newFileExists, bool oldFileExists)
+{
+    using File = SettingsFileChoice::File;
+    if (!suiteFolderExists)
+        return {File::Old, false};
+    if (newFileExists)
+        return {File::New, oldFileExists};
+    return {oldFileExists ? File::Old : File::New, false};
 }

@@ -15,12 +15,9 @@ class QSettings;
 
 struct StoredSettings
 {
-    // The snapshot delay that the field shows by default and the file leaves out.
-    static const QString kDefaultSnapshotDelay;
-
     QPoint windowPos;
     QSize windowSize;
-    QString snapshotDelay; // as typed; empty when the file has none
+    QString snapshotDelay; // as typed; empty when the file has none, left out when the default
     bool enhancedCapture = false;
     bool rememberMe = false;
     QString userName; // kept only with rememberMe
@@ -32,7 +29,7 @@ struct StoredSettings
     QString proxyPort;
     QString proxyUserName;
     QString proxyPassword; // in plain text, as typed
-    QStringList titleItems; // newest first
+    QStringList titleItems; // newest first (app/titlehistory.h)
 
     // The "application" group of an open settings object, or nothing when the file
     // has none. A missing position or size reads as the given fallback; a position
@@ -50,3 +47,13 @@ struct StoredSettings
 // The file holds the proxy password in plain text, so only its owner may read it. Call
 // it before a save, creating the file if it is missing, and again after it.
 void makeSettingsFileOwnerOnly(const QString &path, bool createIfMissing);
+
+// Which settings file a start uses: the suite folder's file once it exists (the old
+// one in the home folder is then dropped, not merged); before that the old file while
+// there is one; and the old file's place when the suite folder could not be made.
+struct SettingsFileChoice
+{
+    enum class File { New, Old } file;
+    bool dropOldFile = false;
+};
+SettingsFileChoice chooseSettingsFile(bool suiteFolderExists, bool newFileExists, bool oldFileExists);

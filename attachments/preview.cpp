@@ -1,5 +1,7 @@
 #include "attachments/preview.h"
 
+#include "attachments/attachmentrules.h"
+
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
@@ -57,4 +59,29 @@ QImage readForPreview(const QString &path)
             reader.setScaledSize(preview);
     }
     return reader.read();
+}
+
+ImageEntryFiles saveImageEntry(const QDir &folder, const QString &givenName, const QImage &image)
+{
+    ImageEntryFiles files;
+    files.path = freeImageEntryPath(folder, imageEntryBaseName(givenName));
+    image.save(files.path);
+    files.preview = files.path;
+    if (image.width() > kPreviewLimit || image.height() > kPreviewLimit) {
+        files.preview = uuidPngPath(folder);
+        savePreview(image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::SmoothTransformation),
+                    files.preview);
+    }
+    return files;
+}
+
+QString filePreview(const QDir &folder, const QString &path)
+{
+    QImage image = readForPreview(path);
+    if (image.isNull())
+        return QString();
+    if (image.width() > kPreviewLimit || image.height() > kPreviewLimit)
+        image = image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::FastTransformation);
+    const QString copy = uuidPngPath(folder);
+    return savePreview(image, copy) ? copy : path;
 }

@@ -17,3 +17,19 @@ bool savePreview(const QImage &image, const QString &path);
 
 // A new, unique PNG path in the folder, native separators.
 QString uuidPngPath(const QDir &folder);
+
+// The files of an image entry (a pasted picture or a screen shot): the picture saved
+// as PNG under its sanitised name in the folder, and its preview: the picture itself
+// when it is small enough, else a smoothly scaled copy. A failed save is not detected:
+// the entry then points at a missing file.
+struct ImageEntryFiles
+{
+    QString path;
+    QString preview;
+};
+ImageEntryFiles saveImageEntry(const QDir &folder, const QString &givenName, const QImage &image);
+
+// The preview of a file entry that is a readable picture: a fast-scaled copy in the
+// folder (only a tool tip shows it), or the file itself when the copy cannot be
+// written; empty when the file is no picture Qt reads.
+QString filePreview(const QDir &folder, const QString &path);

@@ -33,6 +33,15 @@ QRect areaOfScreen(const QSize &picture, const QRect &screen, const QRect &deskt
     return area.intersected(whole);
 }
 
+QScreen *screenUnderPointer(QScreen *windowScreen, const QPoint &pointer, const QList<QScreen *> &screens)
+{
+    for (QScreen *candidate : screens) {
+        if (candidate->geometry().contains(pointer))
+            return candidate;
+    }
+    return windowScreen;
+}
+
 Result grabScreen(QScreen *screen)
 {
     Result result;

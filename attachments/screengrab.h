@@ -5,7 +5,9 @@
 // runs through XWayland, whose X screen shows nothing of the Wayland windows) the
 // desktop portal's Screenshot call, which the compositor answers.
 
+#include <QList>
 #include <QPixmap>
+#include <QPoint>
 #include <QRect>
 #include <QSize>
 #include <QString>
@@ -22,6 +24,10 @@ bool needsDesktopPortal(const QString &platformName, const QString &screenName);
 // answer with one output (wlroots) or the whole desktop (GNOME, KDE); a picture of
 // neither size is taken whole. Empty when nothing of it shows the screen.
 QRect areaOfScreen(const QSize &picture, const QRect &screen, const QRect &desktop, qreal devicePixelRatio);
+
+// The screen to grab: the first whose geometry holds the pointer (edges included),
+// else the window's own.
+QScreen *screenUnderPointer(QScreen *windowScreen, const QPoint &pointer, const QList<QScreen *> &screens);
 
 struct Result
 {

@@ -1,13 +1,31 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QtGlobal>
 
 class QString;
 
-// Milliseconds to wait before a screen shot, from the text of the delay field
-// (whole seconds): 0, empty or not a number wait 2 s, and the wait is capped at one
-// minute even for a value that was never clamped. A negative value, which only a
-// hand-edited settings file can bring, waits for nothing.
+// The snapshot delay, in whole seconds as the delay field holds them.
+namespace snapshotdelay {
+
+// What the field shows until the user changes it, and what the settings file leaves out.
+constexpr int kDefaultSeconds = 2;
+// The longest delay: a larger field value is clamped to it, and waits are capped at it.
+constexpr int kCeilingSeconds = 60;
+
+QString defaultText();
+
+// The field's text once its editing finishes: below 3 (and what is not a number) the
+// default, which is also the floor; above the ceiling the ceiling; otherwise as typed.
+// So 2 is the floor and the default, yet 3 is the smallest value kept as typed.
+QString clamped(const QString &text);
+
+} // namespace snapshotdelay
+
+// Milliseconds to wait before a screen shot, from the text of the delay field: 0,
+// empty or not a number wait the default, and the wait is capped at the ceiling even
+// for a value that was never clamped. A negative value, which only a hand-edited
+// settings file can bring, waits for nothing.
 int screenShotDelayMs(const QString &delayText);
 
 // Whether the window is out of the way once the delay is over. The window manager
@@ -34,4 +52,15 @@ public:
     // opposed to a re-check reached otherwise; only then does the wait end on its own.
     // sinceFirstCheckMs: time since the first check after the delay.
     static Step next(bool minimised, bool exposed, bool flowMinimised, bool withdrawn, qint64 sinceFirstCheckMs);
+
+    // One wait, as the window goes through it: begun when the flow minimises the
+    // window, checked each time the timer fires, over once the screen is grabbed.
+    void begin();
+    Step check(bool minimised, bool exposed);
+    void end();
+
+private:
+    bool m_flowMinimised = false;
+    bool m_withdrawn = false;
+    QElapsedTimer m_sinceFirstCheck;
 };

@@ -2,8 +2,10 @@
 #include "ui_mainwindow.h"
 
 #include "app/buildinfo.h"
+#include "app/foldertree.h"
 #include "app/fontwarmup.h"
 #include "app/startuptrace.h"
+#include "app/storedsettings.h"
 #include "app/suitepath.h"
 #include "attachments/ask.h"
 #include "form/productareas.h"
@@ -50,6 +52,19 @@ void finishAccessibility(Ui::MainWindow &form)
         arrow->setFocusPolicy(Qt::NoFocus);
 }
 
+// "Korvane 3D® Feedback Agent™  Build 3126 (Win64) 21-Jun-2019", the signs and the
+// build filled in after translation.
+QString windowTitleText()
+{
+    return MainWindow::tr("Korvane 3D%1 Feedback Agent%2  Build %3 (%4%5) %6")
+        .arg(QChar(0x00AE))
+        .arg(QChar(0x2122))
+        .arg(QLatin1String(kBuildNumber))
+        .arg(QLatin1String("Win"))
+        .arg(QLatin1String("64"))
+        .arg(QLatin1String(kBuildDate));
+}
+
 } // namespace
 
 MainWindow::MainWindow(QWidget *parent)
@@ -60,13 +75,7 @@ MainWindow::MainWindow(QWidget *parent)
     qRegisterMetaType<QHostInfo>("QHostInfo");
     qRegisterMetaType<QNetworkReply::NetworkError>("QNetworkReply::NetworkError");
 
-    titleText = tr("Korvane 3D%1 Feedback Agent%2  Build %3 (%4%5) %6")
-                    .arg(QChar(0x00AE))
-                    .arg(QChar(0x2122))
-                    .arg(QLatin1String(kBuildNumber))
-                    .arg(QLatin1String("Win"))
-                    .arg(QLatin1String("64"))
-                    .arg(QLatin1String(kBuildDate));
+    titleText = windowTitleText();
     appIcon = QIcon(QStringLiteral(":/images/FB_logo.png"));
 
     takeInstanceGuard();
@@ -172,16 +181,11 @@ void MainWindow::chooseSettingsFile()
     const QString home = homes.isEmpty() ? QString() : homes.first();
     const QString oldPath = QDir::toNativeSeparators(QString("%1%2.fbagent").arg(home).arg(QDir::separator()));
 
-    // The old file is used until a new one exists, and dropped (not merged) once it does.
-    if (!QFile::exists(suiteFolder)) {
-        configPath = oldPath;
-    } else if (QFile::exists(newPath)) {
-        configPath = newPath;
-        if (QFile::exists(oldPath))
-            QFile::remove(oldPath);
-    } else {
-        configPath = QFile::exists(oldPath) ? oldPath : newPath;
-    }
+    const SettingsFileChoice choice =
+        ::chooseSettingsFile(QFile::exists(suiteFolder), QFile::exists(newPath), QFile::exists(oldPath));
+    configPath = choice.file == SettingsFileChoice::File::New ? newPath : oldPath;
+    if (choice.dropOldFile)
+        QFile::remove(oldPath);
 }
 
 void MainWindow::connectForm()
@@ -255,24 +259,13 @@ void MainWindow::startSystemInfoWorker()
 
 bool MainWindow::removeDirectoryTree(const QString &path)
 {
-    QDir dir(path);
-    if (!dir.exists(path))
-        return true;
-    const QFileInfoList entries = dir.entryInfoList(
-        QDir::NoDotAndDotDot | QDir::System | QDir::Hidden | QDir::AllDirs | QDir::Files, QDir::DirsFirst);
-    for (const QFileInfo &entry : entries) {
-        const bool removed =
-            entry.isDir() ? removeDirectoryTree(entry.absoluteFilePath()) : QFile::remove(entry.absoluteFilePath());
-        if (!removed)
-            return false;
-    }
-    return dir.rmdir(path);
+    return removeFolderTree(path);
 }
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == QEvent::MouseButtonPress && watched == ui->button_Send && !ui->button_Send->isEnabled()
-        && reportKind != None)
+        && reportKind != ReportKind::None)
         jumpToMissingTab();
 
     if (event->type() == QEvent::KeyPress) {

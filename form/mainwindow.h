@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDir>
-#include <QElapsedTimer>
 #include <QHostInfo>
 #include <QIcon>
 #include <QMainWindow>
@@ -12,6 +11,9 @@
 #include <QString>
 #include <QTcpServer>
 #include <QTimer>
+
+#include "attachments/screenshotflow.h"
+#include "submit/sendoutcome.h"
 
 class QHttpMultiPart;
 class QNetworkAccessManager;
@@ -26,11 +28,9 @@ struct Verdict;
 } // namespace completeness
 
 // Screen the window shows; kept as a plain 32-bit value.
-enum FormState : qint32 { Choosing = 0, Composing = 1, Sending = 2 };
+enum class FormState : qint32 { Choosing = 0, Composing = 1, Sending = 2 };
 // Kind of report chosen on the intro screen.
-enum ReportKind : qint32 { None = 0, BugReport = 1, FeatureRequest = 2 };
-// How the latest upload is going.
-enum SendOutcome : qint32 { Idle = 0, InFlight = 1, Aborted = 2, Failed = 3 };
+enum class ReportKind : qint32 { None = 0, BugReport = 1, FeatureRequest = 2 };
 
 // The one window of the program. It owns every piece of report state: the form,
 // the attachment tree (which is the attachment store), the timers, the host look-up,
@@ -132,13 +132,10 @@ private:
     QString launchArea;
     bool lockArea = false;
 
-    // The screen-shot flow's wait for the minimise (attachments/screenshotflow.h).
-    bool shotMinimisedWindow = false;
-    bool shotWithdrewWindow = false;
-    QElapsedTimer shotWaitClock;
+    MinimiseWait minimiseWait; // the screen-shot flow's wait for the minimise
 
-    qint32 formState = Choosing;
-    qint32 reportKind = None;
+    FormState formState = FormState::Choosing;
+    ReportKind reportKind = ReportKind::None;
 
     QHostInfo hostInfo{-1};
     bool emailValid = false;
@@ -147,7 +144,7 @@ private:
     QNetworkAccessManager *network = nullptr;
     QNetworkReply *reply = nullptr;
     bool progressFirst = true;
-    qint32 sendOutcome = Idle;
+    SendOutcome sendOutcome = SendOutcome::Idle;
 
     QString sysInfo;
 };

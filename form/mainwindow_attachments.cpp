@@ -6,6 +6,7 @@
 #include "attachments/clipboard.h"
 #include "attachments/preview.h"
 #include "attachments/screenshot.h"
+#include "attachments/screengrab.h"
 #include "attachments/screenshotflow.h"
 #include "form/mainwindow.h"
 #include "form/reporttab.h"
@@ -45,47 +46,28 @@ QString MainWindow::askAttachmentName(const QString &title)
 
 QTreeWidgetItem *MainWindow::add_attachment_item(const QString &name_or_path, const QPixmap &pixmap)
 {
+    QTreeWidgetItem *item = new QTreeWidgetItem(ui->tree_Attachments);
     if (!pixmap.isNull()) {
-        const QImage image = pixmap.toImage();
-        const QString path = freeImageEntryPath(*thumbDir, imageEntryBaseName(name_or_path));
-        image.save(path); // a failed save is not detected: the row points at a missing file
-
-        QTreeWidgetItem *item = new QTreeWidgetItem(ui->tree_Attachments);
+        const ImageEntryFiles files = saveImageEntry(*thumbDir, name_or_path, pixmap.toImage());
         item->setIcon(0, QIcon(QStringLiteral(":/images/Image.png")));
         item->setIcon(1, QIcon(pixmap));
-        item->setData(1, Qt::UserRole, path);
-
-        // Small pictures are their own preview.
-        QString preview = path;
-        if (image.width() > kPreviewLimit || image.height() > kPreviewLimit) {
-            preview = uuidPngPath(*thumbDir);
-            savePreview(image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::SmoothTransformation),
-                        preview);
-        }
-        item->setToolTip(1, previewToolTip(preview));
+        item->setData(1, Qt::UserRole, files.path);
+        item->setToolTip(1, previewToolTip(files.preview));
         return item;
     }
 
-    const QFileInfo info(name_or_path);
-    QTreeWidgetItem *item = new QTreeWidgetItem(ui->tree_Attachments);
-    item->setText(1, QDir::toNativeSeparators(info.absoluteFilePath()));
-
-    if (QImageReader::imageFormat(info.absoluteFilePath()).isEmpty()) {
+    const QString path = QFileInfo(name_or_path).absoluteFilePath();
+    item->setText(1, QDir::toNativeSeparators(path));
+    if (QImageReader::imageFormat(path).isEmpty()) {
         item->setIcon(0, QIcon(QStringLiteral(":/images/File.png")));
         return item;
     }
-    QImage image = readForPreview(info.absoluteFilePath());
-    if (image.isNull())
-        return item;
-
+    const QString preview = filePreview(*thumbDir, path);
+    if (preview.isEmpty())
+        return item; // a picture Qt cannot read: a row with neither icon nor preview
     item->setIcon(0, QIcon(QStringLiteral(":/images/Image.png")));
-    // Fast scaling here, unlike image entries: this preview is only a tool tip.
-    if (image.width() > kPreviewLimit || image.height() > kPreviewLimit)
-        image = image.scaled(kPreviewLimit, kPreviewLimit, Qt::KeepAspectRatio, Qt::FastTransformation);
-    const QString copy = uuidPngPath(*thumbDir);
-    const QString preview = savePreview(image, copy) ? copy : info.absoluteFilePath();
     item->setToolTip(1, previewToolTip(preview));
-    item->setData(1, Qt::UserRole, info.absoluteFilePath());
+    item->setData(1, Qt::UserRole, path);
     return item;
 }
 
@@ -163,42 +145,24 @@ void MainWindow::paste_clipboard_image()
 void MainWindow::slot_process_screen_shot()
 {
     geometryPinned = true;
-    shotMinimisedWindow = true;
-    shotWithdrewWindow = false;
-    shotWaitClock.invalidate();
+    minimiseWait.begin();
     showMinimized();
     QTimer::singleShot(screenShotDelayMs(ui->line_Snapshot_Delay->text()), this, SLOT(slot_screen_shot()));
 }
 
 void MainWindow::slot_screen_shot()
 {
-    if (!shotWaitClock.isValid())
-        shotWaitClock.start();
-    const MinimiseWait::Step step =
-        MinimiseWait::next(isMinimized(), windowHandle() && windowHandle()->isExposed(), shotMinimisedWindow,
-                           shotWithdrewWindow, shotWaitClock.elapsed());
+    const MinimiseWait::Step step = minimiseWait.check(isMinimized(), windowHandle() && windowHandle()->isExposed());
+    if (step == MinimiseWait::Step::Withdraw)
+        hide(); // nothing iconified the window: off the screen all the same
     if (step != MinimiseWait::Step::Grab) {
-        if (step == MinimiseWait::Step::Withdraw) {
-            // Nothing iconified the window: take it off the screen all the same.
-            shotWithdrewWindow = true;
-            hide();
-        }
         QTimer::singleShot(100, this, SLOT(slot_screen_shot()));
         return;
     }
-    shotMinimisedWindow = false;
-    shotWaitClock.invalidate();
+    minimiseWait.end();
 
-    QScreen *screen = windowHandle() ? windowHandle()->screen() : nullptr;
-    const QPoint pointer = QCursor::pos();
-    const QList<QScreen *> screens = QGuiApplication::screens();
-    for (QScreen *candidate : screens) {
-        if (candidate->geometry().contains(pointer)) {
-            screen = candidate;
-            break;
-        }
-    }
-
+    QScreen *screen = screengrab::screenUnderPointer(windowHandle() ? windowHandle()->screen() : nullptr,
+                                                     QCursor::pos(), QGuiApplication::screens());
     ScreenShot overlay(ui->check_EnhancedCapture->isChecked());
     const QPixmap picture = overlay.capture(screen);
 

@@ -9,29 +9,27 @@
 
 void MainWindow::applyLaunchOptions()
 {
-    const QStringList arguments = QCoreApplication::arguments().mid(1); // without the program path
-
-    // Each option takes effect as it comes; the area is chosen once all are known.
-    for (const LaunchOption &option : parseLaunchOptions(arguments)) {
-        const QString &key = option.first;
-        const QString &value = option.second;
-        if (key == QLatin1String("mode")) {
-            // Started by the suite for one kind of report: no way back to the choice.
+    const LaunchRequest request = launchRequest(parseLaunchOptions(QCoreApplication::arguments().mid(1)));
+    for (const LaunchRequest::Step &step : request.steps) {
+        switch (step.action) {
+        case LaunchRequest::Action::FixKind:
             ui->button_Start_Over->setEnabled(false);
             ui->button_Start_Over->setVisible(false);
-            if (value == QLatin1String("bug"))
-                slot_show_bug_report();
-            else if (value == QLatin1String("feature"))
-                slot_show_feature_request();
-        } else if (key == QLatin1String("attach")) {
-            if (QFile::exists(value))
-                add_attachment_item(value, QPixmap());
-        } else if (key == QLatin1String("area")) {
-            launchArea = value;
-        } else if (key == QLatin1String("lockarea")) {
-            lockArea = true; // whatever the value, "lockarea=0" too
+            break;
+        case LaunchRequest::Action::ShowBugReport:
+            slot_show_bug_report();
+            break;
+        case LaunchRequest::Action::ShowFeatureRequest:
+            slot_show_feature_request();
+            break;
+        case LaunchRequest::Action::Attach:
+            if (QFile::exists(step.file))
+                add_attachment_item(step.file, QPixmap());
+            break;
         }
     }
+    launchArea = request.area;
+    lockArea = request.lockArea;
 
     if (launchArea.isEmpty())
         return;

@@ -1,6 +1,8 @@
 // Settings kept between runs, and the window geometry that they record. The file's
 // rules are StoredSettings' (app/storedsettings.h); here the form is read and set.
 #include "app/storedsettings.h"
+#include "app/titlehistory.h"
+#include "attachments/screenshotflow.h"
 #include "form/mainwindow.h"
 #include "ui_mainwindow.h"
 
@@ -15,13 +17,12 @@ namespace {
 
 const int kDefaultWidth = 720;
 const int kDefaultHeight = 470;
-const int kTitleHistoryLength = 5;
 
 // The widgets' values, in the order the file lists them; the identity and proxy fields
 // are set only when their switch is on, as the file keeps them only then.
 void applyToForm(const StoredSettings &stored, Ui::MainWindow *ui)
 {
-    if (!stored.snapshotDelay.isEmpty() && stored.snapshotDelay != StoredSettings::kDefaultSnapshotDelay)
+    if (!stored.snapshotDelay.isEmpty() && stored.snapshotDelay != snapshotdelay::defaultText())
         ui->line_Snapshot_Delay->setText(stored.snapshotDelay);
     ui->check_EnhancedCapture->setChecked(stored.enhancedCapture);
 
@@ -42,7 +43,7 @@ void applyToForm(const StoredSettings &stored, Ui::MainWindow *ui)
         ui->line_Proxy_Password->setText(stored.proxyPassword);
     }
 
-    // The combo box keeps at most five items and drops the rest.
+    // The combo box keeps at most titlehistory::kLength items and drops the rest.
     ui->combo_Title->addItems(stored.titleItems);
     ui->combo_Title->clearEditText(); // no title preselected
 }
@@ -77,7 +78,7 @@ void MainWindow::loadSettings()
     const QRect screenRect = screen ? screen->geometry() : QRect();
     savedPos = QPoint((screenRect.width() - kDefaultWidth) / 2, (screenRect.height() - kDefaultHeight) / 2);
 
-    ui->combo_Title->setMaxCount(kTitleHistoryLength);
+    ui->combo_Title->setMaxCount(titlehistory::kLength);
 
     if (!QFile::exists(configPath))
         return;

@@ -4,6 +4,7 @@
 #include "form/mainwindow.h"
 #include "form/productareas.h"
 #include "submit/reportbody.h"
+#include "submit/sendtarget.h"
 #include "ui_mainwindow.h"
 
 #include <QCoreApplication>
@@ -11,7 +12,6 @@
 #include <QHttpMultiPart>
 #include <QMessageBox>
 #include <QNetworkAccessManager>
-#include <QNetworkProxy>
 #include <QNetworkRequest>
 #include <QPointer>
 
@@ -23,6 +23,33 @@ namespace {
 int toBarRange(qint64 bytes)
 {
     return int(qBound<qint64>(std::numeric_limits<int>::min(), bytes, std::numeric_limits<int>::max()));
+}
+
+// The files the rows name, in order: file rows carry their path in the text, image rows
+// only in the data. A file gone since it was added is left out without a word.
+QStringList attachmentPaths(const QTreeWidget &tree)
+{
+    QStringList paths;
+    for (int row = 0; row < tree.topLevelItemCount(); ++row) {
+        const QTreeWidgetItem *item = tree.topLevelItem(row);
+        QString path = item->text(1);
+        if (!QFile::exists(path))
+            path = item->data(1, Qt::UserRole).toString();
+        if (QFile::exists(path))
+            paths.append(path);
+    }
+    return paths;
+}
+
+ProxyFields proxyFields(const Ui::MainWindow &ui)
+{
+    ProxyFields fields;
+    fields.enabled = ui.group_Proxy_Settings->isChecked();
+    fields.server = ui.line_Proxy_Server->text();
+    fields.port = ui.line_Proxy_Port->text();
+    fields.userName = ui.line_Proxy_User_Name->text();
+    fields.password = ui.line_Proxy_Password->text();
+    return fields;
 }
 
 } // namespace
@@ -38,8 +65,8 @@ QHttpMultiPart *MainWindow::build_payload()
     ReportFields fields;
     fields.name = ui->line_Name->text();
     fields.email = ui->line_Email->text();
-    fields.emailValidated = lookupValidated(hostInfo);
-    fields.bugReport = reportKind == BugReport;
+    fields.emailValidated = emailcheck::validated(hostInfo);
+    fields.bugReport = reportKind == ReportKind::BugReport;
     fields.build = ui->line_Build->text();
     // The table entry, not the item text: the source-language name is what the server files by.
     fields.area = productAreaNames().value(ui->list_Area->row(selectedAreas.first()));
@@ -49,54 +76,31 @@ QHttpMultiPart *MainWindow::build_payload()
     fields.title = ui->combo_Title->currentText();
     fields.description = ui->edit_Description->toPlainText();
 
-    for (int row = 0; row < ui->tree_Attachments->topLevelItemCount(); ++row) {
-        const QTreeWidgetItem *item = ui->tree_Attachments->topLevelItem(row);
-        // File rows carry their path in the text, image rows only in the data.
-        QString path = item->text(1);
-        if (!QFile::exists(path))
-            path = item->data(1, Qt::UserRole).toString();
-        if (QFile::exists(path))
-            fields.attachmentPaths.append(path); // a file gone since it was added is left out without a word
-    }
+    fields.attachmentPaths = attachmentPaths(*ui->tree_Attachments);
     return buildReportBody(fields);
 }
 
 void MainWindow::slot_submit()
 {
-    QString urlText = ui->line_HTTP_Destination->text();
-    if (urlText.isEmpty())
-        urlText = ui->line_HTTP_Destination->placeholderText();
-    const QUrl url(urlText, QUrl::TolerantMode); // sent as typed; the server's answer is the check
+    const SendTarget target =
+        sendTarget(ui->line_HTTP_Destination->text(), ui->line_HTTP_Destination->placeholderText(), proxyFields(*ui));
 
     QHttpMultiPart *body = build_payload();
     if (!body)
         return; // an attachment could not be opened: nothing is sent and nothing is said
 
-    const QNetworkRequest request(url); // the post supplies the content type with its boundary
+    const QNetworkRequest request(target.url); // the post supplies the content type with its boundary
 
     // One manager per send; earlier ones stay children of the window until it goes.
     network = new QNetworkAccessManager(this);
-    if (ui->group_Proxy_Settings->isChecked()) {
-        const QString host = ui->line_Proxy_Server->text();
-        QString portText = ui->line_Proxy_Port->text();
-        if (portText.isEmpty())
-            portText = QStringLiteral("8080");
-        // An empty server is an explicit direct connection, whatever the application default.
-        QNetworkProxy proxy(QNetworkProxy::NoProxy);
-        if (!host.isEmpty()) {
-            bool parsed = false;
-            const quint16 port = portText.toUShort(&parsed, 10);
-            proxy = QNetworkProxy(QNetworkProxy::HttpProxy, host, parsed ? port : 0, ui->line_Proxy_User_Name->text(),
-                                  ui->line_Proxy_Password->text());
-        }
-        network->setProxy(proxy);
-    }
+    if (target.setsProxy)
+        network->setProxy(target.proxy);
 
     reply = network->post(request, body);
     body->setParent(reply); // the body and its open files live exactly as long as the reply
 
     progressFirst = true;
-    sendOutcome = InFlight;
+    sendOutcome = SendOutcome::InFlight;
 
     connect(reply, SIGNAL(uploadProgress(qint64, qint64)), this, SLOT(slot_send_progress(qint64, qint64)));
     connect(reply, SIGNAL(finished()), this, SLOT(slot_send_complete()));
@@ -107,7 +111,7 @@ void MainWindow::slot_submit()
     ui->progressBar->setMinimum(0);
     ui->progressBar->setMaximum(0);
 
-    formState = Sending;
+    formState = FormState::Sending;
     slot_set_control_states();
 }
 
@@ -127,33 +131,31 @@ void MainWindow::slot_send_complete()
     // be carried out in it, and the reply must not be touched afterwards then.
     const QPointer<QNetworkReply> finishedReply(reply);
 
-    if (sendOutcome != Aborted) {
-        // Only the transfer's error decides; the server's answer body is never read.
-        if (!reply || reply->error() == QNetworkReply::NoError) {
-            QMessageBox::information(this, tr("Report Submitted"), tr("Your report has been successfully submitted!"),
-                                     QMessageBox::Ok);
-        } else {
-            QMessageBox::critical(
-                this, tr("Submission Failed"),
-                tr("Your report could not be submitted at this time:\n\"%1\"").arg(reply->errorString()),
-                QMessageBox::Ok);
-        }
+    const bool transferFailed = reply && reply->error() != QNetworkReply::NoError;
+    const sendoutcome::Finish finish = sendoutcome::afterFinish(sendOutcome, transferFailed);
+    if (finish.box == sendoutcome::Box::Submitted) {
+        QMessageBox::information(this, tr("Report Submitted"), tr("Your report has been successfully submitted!"),
+                                 QMessageBox::Ok);
+    } else if (finish.box == sendoutcome::Box::Failed) {
+        QMessageBox::critical(this, tr("Submission Failed"),
+                              tr("Your report could not be submitted at this time:\n\"%1\"").arg(reply->errorString()),
+                              QMessageBox::Ok);
     }
 
     if (finishedReply)
         finishedReply->deleteLater(); // takes the body and the attachment files with it
 
-    if (sendOutcome == InFlight) {
+    if (finish.next == sendoutcome::Next::Quit) {
         QCoreApplication::quit(); // a delivered report ends the program; nothing is reset
         return;
     }
     // Failed, or aborted with finished() still delivered: back to the form as it was.
-    formState = Composing;
+    formState = FormState::Composing;
     slot_set_control_states();
 }
 
 void MainWindow::slot_send_failed(QNetworkReply::NetworkError code)
 {
     Q_UNUSED(code)
-    sendOutcome = Failed; // overrides an abort mark: an error that arrives first is shown
+    sendOutcome = sendoutcome::afterError(); // an error that arrives first is shown, after an Abort too
 }

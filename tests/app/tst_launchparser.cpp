@@ -1,4 +1,5 @@
-// The launch-option grammar as a pure function: argument list in, (key, value) pairs out.
+// The launch-option grammar as a pure function: argument list in, (key, value) pairs
+// out; and what the options ask of the window.
 #include "app/launchoptionparser.h"
 #include "support/testenv.h"
 
@@ -120,6 +121,66 @@ private slots:
         QCOMPARE(options.size(), 1);
         QCOMPARE(options.first().first, QString("lockarea"));
         QVERIFY(options.first().second.isEmpty());
+    }
+
+    // What the options mean to the window: the steps in the order given, the last area
+    // and any lockarea.
+    void request_data()
+    {
+        QTest::addColumn<QStringList>("arguments");
+        QTest::addColumn<QStringList>("steps");
+        QTest::addColumn<QString>("area");
+        QTest::addColumn<bool>("lockArea");
+        QTest::newRow("nothing") << QStringList{} << QStringList{} << "" << false;
+        QTest::newRow("bug") << QStringList{"--mode=bug"} << QStringList{"fix", "bug"} << "" << false;
+        QTest::newRow("feature") << QStringList{"kvfb://mode=feature/"} << QStringList{"fix", "feature"} << "" << false;
+        QTest::newRow("a mode naming no kind still fixes it")
+            << QStringList{"--mode=crash"} << QStringList{"fix"} << "" << false;
+        QTest::newRow("mode without value") << QStringList{"--mode"} << QStringList{"fix"} << "" << false;
+        QTest::newRow("two modes, each as it comes")
+            << QStringList{"--mode=bug", "--mode=x"} << QStringList{"fix", "bug", "fix"} << "" << false;
+        QTest::newRow("files in order, before and after the mode")
+            << QStringList{"--attach=a.txt", "--mode=bug", "--attach=b.log", "--attach=a.txt"}
+            << QStringList{"attach a.txt", "fix", "bug", "attach b.log", "attach a.txt"} << "" << false;
+        QTest::newRow("attach without value") << QStringList{"--attach"} << QStringList{"attach "} << "" << false;
+        QTest::newRow("last area") << QStringList{"--area=Cameras", "--area=Other"} << QStringList{} << "Other"
+                                   << false;
+        QTest::newRow("lockarea=0 locks too")
+            << QStringList{"--lockarea=0", "--area=Audio"} << QStringList{} << "Audio" << true;
+        QTest::newRow("lock alone") << QStringList{"--lockarea"} << QStringList{} << "" << true;
+        QTest::newRow("upper-case key means nothing") << QStringList{"--Mode=bug"} << QStringList{} << "" << false;
+        QTest::newRow("url with everything")
+            << QStringList{"kvfb://mode=feature,attach=x.png,area=Crashes / Hangs,lockarea/"}
+            << QStringList{"fix", "feature", "attach x.png"} << "Crashes / Hangs" << true;
+    }
+
+    void request()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(QStringList, steps);
+        QFETCH(QString, area);
+        QFETCH(bool, lockArea);
+        const LaunchRequest request = launchRequest(parseLaunchOptions(arguments));
+        QStringList shown;
+        for (const LaunchRequest::Step &step : request.steps) {
+            switch (step.action) {
+            case LaunchRequest::Action::FixKind:
+                shown << "fix";
+                break;
+            case LaunchRequest::Action::ShowBugReport:
+                shown << "bug";
+                break;
+            case LaunchRequest::Action::ShowFeatureRequest:
+                shown << "feature";
+                break;
+            case LaunchRequest::Action::Attach:
+                shown << "attach " + step.file;
+                break;
+            }
+        }
+        QCOMPARE(shown, steps);
+        QCOMPARE(request.area, area);
+        QCOMPARE(request.lockArea, lockArea);
     }
 };
 

@@ -3,6 +3,7 @@
 #include "settingsfiles.h"
 
 #include "app/storedsettings.h"
+#include "attachments/screenshotflow.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -166,7 +167,7 @@ private slots:
             stored = StoredSettings();
             stored.windowPos = QPoint(130, 90);
             stored.windowSize = QSize(1050, 560);
-            stored.snapshotDelay = StoredSettings::kDefaultSnapshotDelay;
+            stored.snapshotDelay = snapshotdelay::defaultText();
         } else if (variant == 3) {
             stored.snapshotDelay.clear();
             stored.titleItems = QStringList{"a", "A", "a", "b", "A"};

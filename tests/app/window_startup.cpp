@@ -256,8 +256,8 @@ void WindowTests::introScreenAfterConstruction()
     MainWindow window;
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::None));
     auto *tabs = MainWindowProbe::widget<QWidget>(window, "tabWidget");
     auto *bug = MainWindowProbe::widget<QWidget>(window, "button_Bug_Report");
     auto *feature = MainWindowProbe::widget<QWidget>(window, "button_Feature_Request");
@@ -349,13 +349,13 @@ void WindowTests::bigButtonsChooseTheKind()
 {
     MainWindow window;
     MainWindowProbe::widget<QPushButton>(window, "button_Bug_Report")->click();
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(BugReport));
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Composing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::BugReport));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Composing));
     MainWindowProbe::widget<QPushButton>(window, "button_Start_Over")->click();
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::None));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
     MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(FeatureRequest));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::FeatureRequest));
 }
 
 void WindowTests::cancelOnTheIntroScreenQuits()

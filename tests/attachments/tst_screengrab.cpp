@@ -52,6 +52,42 @@ private slots:
         QCOMPARE(MinimiseWait::next(minimised, exposed, flowMinimised, withdrawn, since), step);
     }
 
+    // The delay field once its editing finishes: 2 is the floor and the default, yet 3
+    // is the smallest value kept as typed; 60 is the ceiling.
+    void delayKeptAfterEditing_data()
+    {
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("kept");
+        QTest::newRow("empty") << ""
+                               << "2";
+        QTest::newRow("not a number") << "abc"
+                                      << "2";
+        QTest::newRow("1") << "1"
+                           << "2";
+        QTest::newRow("2") << "2"
+                           << "2";
+        QTest::newRow("3") << "3"
+                           << "3";
+        QTest::newRow("60") << "60"
+                            << "60";
+        QTest::newRow("61") << "61"
+                            << "60";
+        QTest::newRow("999") << "999"
+                             << "60";
+        QTest::newRow("negative, from a settings file") << "-5"
+                                                        << "2";
+        QTest::newRow("leading zero kept as typed") << "05"
+                                                    << "05";
+    }
+
+    void delayKeptAfterEditing()
+    {
+        QFETCH(QString, typed);
+        QFETCH(QString, kept);
+        QCOMPARE(snapshotdelay::clamped(typed), kept);
+        QCOMPARE(snapshotdelay::defaultText(), QString("2"));
+    }
+
     void needsDesktopPortal_data()
     {
         QTest::addColumn<QString>("platform");

@@ -110,7 +110,7 @@ void EmailCheckTests::answers()
     QCOMPARE(f.emailMessage->text(), found ? QString() : kNotFound);
     QCOMPARE(labelImage(f.emailIcon).isNull(), found);
     QCOMPARE(MainWindowProbe::emailValid(window), found);
-    QCOMPARE(lookupValidated(info), found);
+    QCOMPARE(emailcheck::validated(info), found);
 }
 
 // Three well-formed edits half a second apart: one look-up, two seconds after the last.
@@ -189,14 +189,14 @@ void EmailCheckTests::editsDuringASlowAnswerAreIgnored()
     QVERIFY(!MainWindowProbe::emailTimer(window).isActive());
     QVERIFY(MainWindowProbe::lookupPending(window));
     QCOMPARE(f.emailMessage->text(), kValidating);
-    QVERIFY(!lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(!emailcheck::validated(MainWindowProbe::hostInfo(window)));
 
     QVERIFY(waitForAnswer(window));
     QVERIFY(sinceLookup.elapsed() >= 1400);
     const QHostInfo info = MainWindowProbe::hostInfo(window);
     QCOMPARE(info.hostName(), QString("slow.test"));
     QCOMPARE(info.addresses(), QList<QHostAddress>({QHostAddress("10.1.1.3")}));
-    QVERIFY(lookupValidated(info));
+    QVERIFY(emailcheck::validated(info));
     QVERIFY(MainWindowProbe::emailValid(window));
     QCOMPARE(f.emailMessage->text(), QString());
     QVERIFY(labelImage(f.emailIcon).isNull());

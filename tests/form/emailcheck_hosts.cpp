@@ -176,7 +176,7 @@ void EmailCheckTests::displayStates()
     f.emailTimerFires();
     if (answered)
         QVERIFY(waitForAnswer(window));
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
     QCOMPARE(f.email->styleSheet(), fieldStyle);
     checkDisplay(f, message, flagged);
     QCOMPARE(MainWindowProbe::emailValid(window), valid);
@@ -293,7 +293,7 @@ void EmailCheckTests::lookupValidatedOfAnyResult()
     info.setError(QHostInfo::HostInfoError(error));
     if (withAddress)
         info.setAddresses({QHostAddress(QStringLiteral("10.0.0.1"))});
-    QCOMPARE(lookupValidated(info), validated);
+    QCOMPARE(emailcheck::validated(info), validated);
 }
 
 // The stored result through a user's session: false before any answer and from each
@@ -306,31 +306,31 @@ void EmailCheckTests::validatedFollowsTheStoredResult()
     FormWidgets f(window);
     QTest::mouseClick(f.feature, Qt::LeftButton);
     QCOMPARE(MainWindowProbe::hostInfo(window).lookupId(), -1);
-    QVERIFY(!lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(!emailcheck::validated(MainWindowProbe::hostInfo(window)));
 
     editEmailTo(f, QStringLiteral("ann@kept.test"));
     f.emailTimerFires();
-    QVERIFY(!lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(!emailcheck::validated(MainWindowProbe::hostInfo(window)));
     QVERIFY(waitForAnswer(window));
-    QVERIFY(lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(emailcheck::validated(MainWindowProbe::hostInfo(window)));
 
     QTest::keyClicks(f.email, "!");
     QVERIFY(!MainWindowProbe::emailTimer(window).isActive());
     QVERIFY(!MainWindowProbe::emailValid(window));
-    QVERIFY(lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(emailcheck::validated(MainWindowProbe::hostInfo(window)));
 
     editEmailTo(f, QStringLiteral("ann@missing.test"));
     QVERIFY(MainWindowProbe::emailTimer(window).isActive());
-    QVERIFY(lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(emailcheck::validated(MainWindowProbe::hostInfo(window)));
     f.emailTimerFires();
-    QVERIFY(!lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(!emailcheck::validated(MainWindowProbe::hostInfo(window)));
     QVERIFY(waitForAnswer(window));
-    QVERIFY(!lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(!emailcheck::validated(MainWindowProbe::hostInfo(window)));
 
     editEmailTo(f, QStringLiteral("ann@again.test"));
     f.emailTimerFires();
     QVERIFY(waitForAnswer(window));
-    QVERIFY(lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(emailcheck::validated(MainWindowProbe::hostInfo(window)));
 
     // A well-formed edit starts the timer, a badly formed one leaves it running.
     editEmailTo(f, QStringLiteral("ann@again.tes"));
@@ -338,10 +338,10 @@ void EmailCheckTests::validatedFollowsTheStoredResult()
     QTest::keyClicks(f.email, "!");
     QCOMPARE(f.email->text(), QString("ann@again.tes!"));
     QVERIFY(MainWindowProbe::emailTimer(window).isActive());
-    QVERIFY(lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(emailcheck::validated(MainWindowProbe::hostInfo(window)));
     QTRY_VERIFY_WITH_TIMEOUT(!MainWindowProbe::emailTimer(window).isActive(), 5000);
     checkDisplay(f, kBadlyFormed, true);
-    QVERIFY(!lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(!emailcheck::validated(MainWindowProbe::hostInfo(window)));
     QVERIFY(!MainWindowProbe::lookupPending(window));
 }
 
@@ -363,5 +363,5 @@ void EmailCheckTests::answerWithoutAddressesShowsNotFoundButValidates()
     QVERIFY(!MainWindowProbe::emailValid(window));
     QVERIFY(!MainWindowProbe::lookupPending(window));
     QCOMPARE(MainWindowProbe::hostInfo(window).lookupId(), 17);
-    QVERIFY(lookupValidated(MainWindowProbe::hostInfo(window)));
+    QVERIFY(emailcheck::validated(MainWindowProbe::hostInfo(window)));
 }

@@ -42,9 +42,9 @@ struct FormWidgets
     }
     void recompute() const { call("slot_set_control_states"); }
     // Puts the window on a screen and recomputes it, for the screens an upload leads to.
-    void enterScreen(qint32 formState) const
+    void enterScreen(FormState formState) const
     {
-        MainWindowProbe::setFormState(window, formState);
+        MainWindowProbe::setFormState(window, qint32(formState));
         recompute();
     }
     // What the e-mail timer's timeout does, without waiting two seconds.

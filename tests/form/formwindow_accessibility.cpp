@@ -113,7 +113,7 @@ void FormWindowTests::introScreenAccessibility()
 void FormWindowTests::introductionTab()
 {
     QTest::mouseClick(f->bug, Qt::LeftButton);
-    QCOMPARE(MainWindowProbe::formState(*window), qint32(Composing));
+    QCOMPARE(MainWindowProbe::formState(*window), qint32(FormState::Composing));
     showTab(0);
     compareControls({
         "qt_tabwidget_tabbar PageTabList \"Introduction\" focusable",
@@ -251,7 +251,7 @@ void FormWindowTests::settingsTabUnlocked()
 void FormWindowTests::sendingScreenAccessibility()
 {
     showTab(1);
-    f->enterScreen(Sending);
+    f->enterScreen(FormState::Sending);
     compareControls({
         "line_Name EditableText \"Your name:\" focusable disabled",
         "button_Cancel Button \"Abort\" focusable",
@@ -266,7 +266,7 @@ void FormWindowTests::sendingScreenAccessibility()
 // The field names follow the labels that a feature request puts up.
 void FormWindowTests::namesFollowTheFeatureRequest()
 {
-    f->enterScreen(Choosing);
+    f->enterScreen(FormState::Choosing);
     QTest::mouseClick(f->feature, Qt::LeftButton);
     showTab(3);
     compareControls({

@@ -138,8 +138,8 @@ void FormWindowX11Tests::chooseBugReport()
 {
     focusIs("button_Bug_Report");
     press(Qt::Key_Space);
-    QCOMPARE(MainWindowProbe::formState(*window), qint32(Composing));
-    QCOMPARE(MainWindowProbe::reportKind(*window), qint32(BugReport));
+    QCOMPARE(MainWindowProbe::formState(*window), qint32(FormState::Composing));
+    QCOMPARE(MainWindowProbe::reportKind(*window), qint32(ReportKind::BugReport));
     // The pressed button is hidden with the intro screen; the focus moves on to the
     // next control that is still shown.
     onTab(0, "button_Cancel");

@@ -94,8 +94,8 @@ void FormWindowTests::startOver()
     QCOMPARE(f.attachments->topLevelItemCount(), 1);
 
     QTest::mouseClick(f.startOver, Qt::LeftButton);
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::None));
     QVERIFY(f.bug->isVisible());
     QCOMPARE(f.tabs->currentIndex(), 0);
     QCOMPARE(f.name->text(), remember ? QString("Ann Example") : QString());
@@ -139,8 +139,8 @@ void FormWindowTests::cancelEndsTheProgram()
     QCOMPARE(execWithCancelClicked(f), 0);
     QCOMPARE(aboutToQuit.count(), 1);
     QVERIFY(answerer.seen().isEmpty()); // no confirmation
-    QCOMPARE(MainWindowProbe::formState(window), qint32(composing ? Composing : Choosing));
-    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(Idle));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(composing ? FormState::Composing : FormState::Choosing));
+    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(SendOutcome::Idle));
 }
 
 // Abort while sending: back to the intro screen, the kind and every field kept.
@@ -153,15 +153,15 @@ void FormWindowTests::cancelWhileSendingAborts()
     QTest::mouseClick(f.bug, Qt::LeftButton);
     fillReport(f, 0);
     f.tabs->setCurrentIndex(3);
-    f.enterScreen(Sending);
+    f.enterScreen(FormState::Sending);
     QCOMPARE(f.cancel->text(), QString("Abort"));
 
     ModalAnswerer answerer;
     QCOMPARE(execWithCancelClicked(f), 99);
     QVERIFY(answerer.seen().isEmpty());
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(BugReport));
-    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(Aborted));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::BugReport));
+    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(SendOutcome::Aborted));
     QCOMPARE(f.cancel->text(), QString("Abort")); // only the compose screen writes "Cancel"
     QVERIFY(f.bug->isVisible());
     QVERIFY(!f.tabs->isVisible());

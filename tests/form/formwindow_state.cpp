@@ -45,8 +45,8 @@ void FormWindowTests::introScreenAtStart()
     window.show();
     QVERIFY(QTest::qWaitForWindowExposed(&window, kEventWaitMs));
     FormWidgets f(window);
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(None));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
+    QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::None));
     for (const char *name : kIntroScreen)
         QVERIFY2(visible(window, name), name);
     for (const char *name :
@@ -94,8 +94,9 @@ void FormWindowTests::composeScreen()
     f.tabs->setCurrentIndex(3); // choosing a kind leaves the current tab alone
     QTest::mouseClick(bugReport ? f.bug : f.feature, Qt::LeftButton);
 
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Composing));
-    QCOMPARE(MainWindowProbe::reportKind(window), qint32(bugReport ? BugReport : FeatureRequest));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Composing));
+    QCOMPARE(MainWindowProbe::reportKind(window),
+             qint32(bugReport ? ReportKind::BugReport : ReportKind::FeatureRequest));
     for (const char *name : kIntroScreen)
         QVERIFY2(!visible(window, name), name);
     QCOMPARE(visible(window, "layout_banner_bug_2"), bugReport);
@@ -124,7 +125,7 @@ void FormWindowTests::sendingScreen()
     QTest::mouseClick(f.bug, Qt::LeftButton);
     QCOMPARE(f.send->text(), QString("Send..."));
 
-    f.enterScreen(Sending);
+    f.enterScreen(FormState::Sending);
     QVERIFY(f.progress->isVisible());
     QCOMPARE(f.cancel->text(), QString("Abort"));
     QVERIFY(f.startOver->isVisible());
@@ -149,9 +150,9 @@ void FormWindowTests::startOverStaysDisabledAfterSending()
     FormWidgets f(window);
     fillReport(f, 0);
     QTest::mouseClick(f.feature, Qt::LeftButton);
-    f.enterScreen(Sending);
+    f.enterScreen(FormState::Sending);
 
-    f.enterScreen(Composing);
+    f.enterScreen(FormState::Composing);
     QVERIFY(f.progress->isVisible());
     QVERIFY(f.startOver->isVisible());
     QVERIFY(!f.startOver->isEnabled());
@@ -159,9 +160,9 @@ void FormWindowTests::startOverStaysDisabledAfterSending()
     QVERIFY(f.tabs->isEnabled());
     QVERIFY(f.send->isEnabled());
 
-    f.enterScreen(Sending);
+    f.enterScreen(FormState::Sending);
     QTest::mouseClick(f.cancel, Qt::LeftButton); // "Abort"
-    QCOMPARE(MainWindowProbe::formState(window), qint32(Choosing));
+    QCOMPARE(MainWindowProbe::formState(window), qint32(FormState::Choosing));
     QVERIFY(!f.progress->isVisible());
     QVERIFY(!f.startOver->isVisible());
     QTest::mouseClick(f.bug, Qt::LeftButton);
@@ -180,7 +181,7 @@ void FormWindowTests::unknownScreenStateChangesNothing()
     const QString nameStyle = f.name->styleSheet();
     f.name->setText(QStringLiteral("Ann"));
     f.tabs->setEnabled(false);
-    f.enterScreen(3);
+    f.enterScreen(FormState(3));
     QCOMPARE(f.send->text(), caption);
     QCOMPARE(f.send->toolTip(), toolTip);
     QCOMPARE(f.name->styleSheet(), nameStyle);

@@ -158,7 +158,7 @@ void TranslatedWindowTests::reportSendsTheSourceAreaName()
     QVERIFY(startReceiver());
     QVERIFY(SummaryArrival(*window).wait());
     ReportForm form;
-    form.kind = FeatureRequest;
+    form.kind = ReportKind::FeatureRequest;
     form.areaRow = 6; // "Crashes / Hangs", "Abstürze / Hänger" in the catalogue
     form.includeSystemInfo = false;
     form.destination = receiver->url().toString();

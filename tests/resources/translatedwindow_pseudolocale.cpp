@@ -329,7 +329,7 @@ void TranslatedWindowTests::sendingAndItsOutcomes()
         [&] {
             clickSend(*window);
             // Sending begins at once and lasts until the receiver has answered.
-            QCOMPARE(MainWindowProbe::formState(*window), qint32(Sending));
+            QCOMPARE(MainWindowProbe::formState(*window), qint32(FormState::Sending));
             visit("sending");
         },
         [] { return false; });

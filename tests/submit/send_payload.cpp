@@ -125,7 +125,7 @@ void SendTests::featureRequestWithoutAttachmentsEndsWithTheDescription()
 {
     window->slot_sysinfo("{ \"OS\" : \"Debian%2012\" }");
     ReportForm report = form();
-    report.kind = FeatureRequest;
+    report.kind = ReportKind::FeatureRequest;
     report.areaRow = 45; // "Other", the last row
     report.nda = true;
     report.includeSystemInfo = false; // a summary is there, but not allowed
@@ -223,7 +223,7 @@ void SendTests::failedDiagnosticsSummaryIsStillSent()
 {
     window->slot_sysinfo("{  }");
     ReportForm report = form();
-    report.kind = FeatureRequest;
+    report.kind = ReportKind::FeatureRequest;
     fillForm(*window, report);
     sendAndCheck({
         fieldPart("identity", kAnnIdentity),
@@ -237,7 +237,7 @@ void SendTests::failedDiagnosticsSummaryIsStillSent()
 void SendTests::areaIsTheTableEntryNotTheShownText()
 {
     ReportForm report = form();
-    report.kind = FeatureRequest;
+    report.kind = ReportKind::FeatureRequest;
     report.areaRow = 2; // "Audio"
     report.includeSystemInfo = false;
     fillForm(*window, report);
@@ -254,7 +254,7 @@ void SendTests::areaIsTheTableEntryNotTheShownText()
 void SendTests::emptyFieldsAreSentEmpty()
 {
     ReportForm report = form();
-    report.kind = FeatureRequest;
+    report.kind = ReportKind::FeatureRequest;
     report.name.clear();
     report.email.clear();
     report.build.clear();
@@ -282,7 +282,7 @@ void SendTests::emptyFieldsAreSentEmpty()
 void SendTests::noAreaSelectedSendsNothing()
 {
     ReportForm report = form();
-    report.kind = FeatureRequest;
+    report.kind = ReportKind::FeatureRequest;
     report.areaRow = -1;
     fillForm(*window, report);
     QVERIFY(!child<QPushButton>(*window, "button_Send")->isEnabled());
@@ -292,7 +292,7 @@ void SendTests::noAreaSelectedSendsNothing()
     window->slot_submit();
     QTest::qWait(500);
     QCOMPARE(answerer.seen().size(), 0);
-    QCOMPARE(MainWindowProbe::formState(*window), qint32(Composing));
+    QCOMPARE(MainWindowProbe::formState(*window), qint32(FormState::Composing));
     QCOMPARE(MainWindowProbe::reply(*window), static_cast<QNetworkReply *>(nullptr));
     QCOMPARE(receiver->countEvents("request "), 0);
 }

@@ -103,7 +103,7 @@ void SendTests::successShowsTheBoxAndQuits()
     verifySuccessBox(run);
     QVERIFY(receiver->hasEvent("request 1 answered 200"));
     // The program ends here: nothing is reset, the window still says Sending.
-    QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(InFlight));
+    QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(SendOutcome::InFlight));
     QCOMPARE(screenSnapshot(*window), sendingScreen());
     QCOMPARE(formSnapshot(*window), before);
 }
@@ -223,7 +223,7 @@ void SendTests::abortBeforeTheAnswer()
     QCOMPARE(atAbort, kIntroAfterAbortScreen + QStringList{"sendOutcome 2"});
     QTest::qWait(200);
     QCOMPARE(answerer.seen().size(), 0);
-    QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(Aborted));
+    QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(SendOutcome::Aborted));
     QCOMPARE(screenSnapshot(*window), kIntroAfterAbortScreen);
     QCOMPARE(formSnapshot(*window), before); // the kind too
     QVERIFY(!receiver->hasEvent("request 1 answered 200"));
@@ -238,8 +238,8 @@ void SendTests::abortAfterTheAnswerArrived_data()
     QTest::addColumn<int>("status");
     QTest::addColumn<QString>("reason"); // of the failure box; empty: no box
     QTest::addColumn<int>("outcome");
-    QTest::newRow("200") << 200 << QString() << int(Aborted);
-    QTest::newRow("500") << 500 << "Internal Server Error" << int(Failed);
+    QTest::newRow("200") << 200 << QString() << int(SendOutcome::Aborted);
+    QTest::newRow("500") << 500 << "Internal Server Error" << int(SendOutcome::Failed);
 }
 void SendTests::abortAfterTheAnswerArrived()
 {
@@ -338,7 +338,7 @@ void SendTests::attachmentThatCannotBeOpened()
     QCOMPARE(answerer.seen().size(), 0);
     QCOMPARE(MainWindowProbe::network(*window), static_cast<QNetworkAccessManager *>(nullptr));
     QCOMPARE(MainWindowProbe::reply(*window), static_cast<QNetworkReply *>(nullptr));
-    QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(Idle));
+    QCOMPARE(MainWindowProbe::sendOutcome(*window), qint32(SendOutcome::Idle));
     QCOMPARE(screenSnapshot(*window), composeBeforeSendScreen());
     QCOMPARE(formSnapshot(*window), before);
     QCOMPARE(receiver->countEvents("request "), 0);

@@ -106,12 +106,13 @@ void SendLinuxTests::sendAtTheTimer()
             lookUpWasPending = MainWindowProbe::lookupPending(*window);
             clickSend(*window);
         });
-    const int result = runApplicationLoop([] {},
-                                          [&] {
-                                              return !answerer.seen().isEmpty()
-                                                     && MainWindowProbe::formState(*window) == Composing
-                                                     && !MainWindowProbe::lookupPending(*window);
-                                          });
+    const int result =
+        runApplicationLoop([] {},
+                           [&] {
+                               return !answerer.seen().isEmpty()
+                                      && MainWindowProbe::formState(*window) == qint32(FormState::Composing)
+                                      && !MainWindowProbe::lookupPending(*window);
+                           });
     QObject::disconnect(atTimer);
     QCOMPARE(result, kLoopDone);
     QVERIFY(sentAtTimer);

@@ -76,7 +76,7 @@ QStringList composeAfterFailureScreen()
 
 void fillForm(MainWindow &window, const ReportForm &form)
 {
-    const char *kindButton = form.kind == BugReport ? "button_Bug_Report" : "button_Feature_Request";
+    const char *kindButton = form.kind == ReportKind::BugReport ? "button_Bug_Report" : "button_Feature_Request";
     child<QPushButton>(window, kindButton)->click();
     child<QLineEdit>(window, "line_Name")->setText(form.name);
     child<QLineEdit>(window, "line_Email")->setText(form.email);
@@ -201,7 +201,9 @@ SendRun sendExpectingFailure(MainWindow &window)
     SendRun run;
     run.loopResult = runApplicationLoop(
         [&] { clickSend(window); },
-        [&] { return !answerer.seen().isEmpty() && MainWindowProbe::formState(window) == Composing; });
+        [&] {
+            return !answerer.seen().isEmpty() && MainWindowProbe::formState(window) == qint32(FormState::Composing);
+        });
     run.boxes = answerer.seen();
     return run;
 }
@@ -252,7 +254,7 @@ void verifyFailedSend(MainWindow &window, const QString &reason)
     verifyFailureBox(run, reason);
     if (QTest::currentTestFailed())
         return;
-    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(Failed));
+    QCOMPARE(MainWindowProbe::sendOutcome(window), qint32(SendOutcome::Failed));
     QCOMPARE(screenSnapshot(window), kComposeAfterSendScreen);
     QCOMPARE(formSnapshot(window), before);
 }

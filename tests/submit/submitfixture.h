@@ -24,7 +24,7 @@ class QWidget;
 // What a test types into the form before it sends.
 struct ReportForm
 {
-    ReportKind kind = BugReport;
+    ReportKind kind = ReportKind::BugReport;
     QString name = QStringLiteral("Ann Lee");
     QString email = QStringLiteral("ann@example.com");
     int areaRow = 0; // "Animation"

@@ -9,9 +9,9 @@
 // widget shows.
 struct MainWindowProbe
 {
-    static qint32 formState(const MainWindow &w) { return w.formState; }
-    static qint32 reportKind(const MainWindow &w) { return w.reportKind; }
-    static qint32 sendOutcome(const MainWindow &w) { return w.sendOutcome; }
+    static qint32 formState(const MainWindow &w) { return qint32(w.formState); }
+    static qint32 reportKind(const MainWindow &w) { return qint32(w.reportKind); }
+    static qint32 sendOutcome(const MainWindow &w) { return qint32(w.sendOutcome); }
     static QString titleText(const MainWindow &w) { return w.titleText; }
     static QString configPath(const MainWindow &w) { return w.configPath; }
     static QString thumbnailFolder(const MainWindow &w) { return w.thumbDir ? w.thumbDir->absolutePath() : QString(); }
@@ -33,7 +33,7 @@ struct MainWindowProbe
 
     // The two writes: state that no widget leads to on its own in a unit test. Sending
     // needs an upload; the screen-shot flow pins the window while it captures.
-    static void setFormState(MainWindow &w, qint32 state) { w.formState = state; }
+    static void setFormState(MainWindow &w, qint32 state) { w.formState = FormState(state); }
     static void setGeometryPinned(MainWindow &w, bool pinned) { w.geometryPinned = pinned; }
 
     template <typename T>

@@ -1,4 +1,6 @@
 // Screen states, completeness rules and the small navigation slots of MainWindow.
+#include "app/titlehistory.h"
+#include "attachments/screenshotflow.h"
 #include "form/completeness.h"
 #include "form/mainwindow.h"
 #include "form/reporttab.h"
@@ -21,12 +23,81 @@ void setFieldStyle(QWidget *field, const QString &style)
         field->setStyleSheet(style);
 }
 
+// Where the keyboard goes when a tab is shown; none on the Introduction.
+QWidget *firstFieldOf(const Ui::MainWindow &ui, ReportTab tab)
+{
+    switch (tab) {
+    case ReportTab::Identity:
+        return ui.line_Name;
+    case ReportTab::Details:
+        return ui.list_Area;
+    case ReportTab::Description:
+        return ui.combo_Title;
+    case ReportTab::Attachments:
+        return ui.button_Attach_File;
+    case ReportTab::Settings:
+        return ui.group_Proxy_Settings;
+    case ReportTab::Introduction:
+        break;
+    }
+    return nullptr;
+}
+
+// The Send button's tool tip for what the report still needs.
+QString sendHintText(completeness::SendHint hint)
+{
+    switch (hint) {
+    case completeness::SendHint::CompleteIdentity:
+        return MainWindow::tr("Please complete the <b>Identity</b> tab.");
+    case completeness::SendHint::CompleteDetails:
+        return MainWindow::tr("Please complete the <b>Details</b> tab.");
+    case completeness::SendHint::CompleteDescription:
+        return MainWindow::tr("Please complete the <b>Description</b> tab.");
+    case completeness::SendHint::AddAttachments:
+        return MainWindow::tr("Please add <b>Attachments</b> to submit the report.");
+    case completeness::SendHint::Submit:
+        return MainWindow::tr("Submit the report");
+    case completeness::SendHint::Unchanged:
+        break;
+    }
+    return QString();
+}
+
+// The compose screen's texts for the kind of report.
+struct KindTexts
+{
+    QString intro[5];
+    QString title;
+    QString description;
+};
+
+KindTexts kindTexts(bool bugReport)
+{
+    if (bugReport)
+        return {{MainWindow::tr("Please take a moment to review how to collect and submit a good bug report."),
+                 MainWindow::tr(
+                     "The following tips help make a good report that will aid developers in recreating your issue:"),
+                 MainWindow::tr("1) Ensure only the content needed to recreate the issue is attached"),
+                 MainWindow::tr("2) Lower any settings in Scenes that are not critical to showing the issue"),
+                 MainWindow::tr("3) Provide detailed steps the developer can follow in order to recreate the issue")},
+                MainWindow::tr("Please provide a short title for the bug/issue (70 characters max):"),
+                MainWindow::tr("Please provide a description of the bug/issue:")};
+    return {{MainWindow::tr("Please take a moment to review how to collect and submit a good feature/flow request."),
+             MainWindow::tr(
+                 "The following tips help make a good report that will aid developers in recreating your request:"),
+             MainWindow::tr("1) Explain what it is you are trying to do that is causing difficulty"),
+             MainWindow::tr("2) Are there more general workflows that could make your request better for all?"),
+             MainWindow::tr("3) Are there examples of good workflows that you may have seen elsewhere?")},
+            MainWindow::tr("Please provide a short title for the feature request (70 characters max):"),
+            MainWindow::tr("Please provide a description of the feature request:")};
+}
+
 } // namespace
 
 void MainWindow::slot_set_control_states()
 {
     switch (formState) {
-    case Choosing:
+    case FormState::Choosing:
         ui->layout_banner_bug_2->hide();
         ui->layout_banner_feature_2->hide();
         ui->tabWidget->hide();
@@ -41,12 +112,12 @@ void MainWindow::slot_set_control_states()
         ui->button_Send->setEnabled(false);
         break;
 
-    case Composing: {
+    case FormState::Composing: {
         ui->layout_banner_main_2->hide();
         ui->layout_selecting_buttons_2->hide();
         ui->label_Intro_Line_1->hide();
         ui->label_Intro_Line_2->hide();
-        const bool bug = reportKind == BugReport;
+        const bool bug = reportKind == ReportKind::BugReport;
         ui->layout_banner_bug_2->setVisible(bug);
         ui->layout_banner_feature_2->setVisible(!bug);
         ui->tabWidget->show();
@@ -58,7 +129,7 @@ void MainWindow::slot_set_control_states()
         break;
     }
 
-    case Sending:
+    case FormState::Sending:
         ui->progressBar->show();
         ui->button_Cancel->setText(tr("Abort"));
         ui->button_Start_Over->setEnabled(false);
@@ -105,25 +176,8 @@ void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
             setFieldStyle(widget, QString());
     }
 
-    switch (verdict.hint) {
-    case completeness::SendHint::Unchanged:
-        break;
-    case completeness::SendHint::CompleteIdentity:
-        ui->button_Send->setToolTip(tr("Please complete the <b>Identity</b> tab."));
-        break;
-    case completeness::SendHint::CompleteDetails:
-        ui->button_Send->setToolTip(tr("Please complete the <b>Details</b> tab."));
-        break;
-    case completeness::SendHint::CompleteDescription:
-        ui->button_Send->setToolTip(tr("Please complete the <b>Description</b> tab."));
-        break;
-    case completeness::SendHint::AddAttachments:
-        ui->button_Send->setToolTip(tr("Please add <b>Attachments</b> to submit the report."));
-        break;
-    case completeness::SendHint::Submit:
-        ui->button_Send->setToolTip(tr("Submit the report"));
-        break;
-    }
+    if (verdict.hint != completeness::SendHint::Unchanged)
+        ui->button_Send->setToolTip(sendHintText(verdict.hint));
     if (verdict.done != verdict.total)
         ui->button_Send->setText(tr("Completed %1/%2").arg(verdict.done).arg(verdict.total));
     else
@@ -132,53 +186,39 @@ void MainWindow::applyCompleteness(const completeness::Verdict &verdict)
 
 void MainWindow::jumpToMissingTab()
 {
-    if (const auto tab = completeness::firstMissingTab(formFacts(), reportKind == BugReport))
+    if (const auto tab = completeness::firstMissingTab(formFacts(), reportKind == ReportKind::BugReport))
         ui->tabWidget->setCurrentIndex(tabIndex(*tab));
 }
 
 void MainWindow::showReportKindTexts(ReportKind kind)
 {
-    formState = Composing;
+    formState = FormState::Composing;
     reportKind = kind;
-    if (kind == BugReport) {
-        ui->label_Intro_1->setText(tr("Please take a moment to review how to collect and submit a good bug report."));
-        ui->label_Intro_2->setText(
-            tr("The following tips help make a good report that will aid developers in recreating your issue:"));
-        ui->label_Intro_3->setText(tr("1) Ensure only the content needed to recreate the issue is attached"));
-        ui->label_Intro_4->setText(tr("2) Lower any settings in Scenes that are not critical to showing the issue"));
-        ui->label_Intro_5->setText(
-            tr("3) Provide detailed steps the developer can follow in order to recreate the issue"));
-        ui->label_Title->setText(tr("Please provide a short title for the bug/issue (70 characters max):"));
-        ui->label_Description->setText(tr("Please provide a description of the bug/issue:"));
-    } else {
-        ui->label_Intro_1->setText(
-            tr("Please take a moment to review how to collect and submit a good feature/flow request."));
-        ui->label_Intro_2->setText(
-            tr("The following tips help make a good report that will aid developers in recreating your request:"));
-        ui->label_Intro_3->setText(tr("1) Explain what it is you are trying to do that is causing difficulty"));
-        ui->label_Intro_4->setText(
-            tr("2) Are there more general workflows that could make your request better for all?"));
-        ui->label_Intro_5->setText(tr("3) Are there examples of good workflows that you may have seen elsewhere?"));
-        ui->label_Title->setText(tr("Please provide a short title for the feature request (70 characters max):"));
-        ui->label_Description->setText(tr("Please provide a description of the feature request:"));
-    }
+    const KindTexts texts = kindTexts(kind == ReportKind::BugReport);
+    ui->label_Intro_1->setText(texts.intro[0]);
+    ui->label_Intro_2->setText(texts.intro[1]);
+    ui->label_Intro_3->setText(texts.intro[2]);
+    ui->label_Intro_4->setText(texts.intro[3]);
+    ui->label_Intro_5->setText(texts.intro[4]);
+    ui->label_Title->setText(texts.title);
+    ui->label_Description->setText(texts.description);
     slot_set_control_states();
 }
 
 void MainWindow::slot_show_bug_report()
 {
-    showReportKindTexts(BugReport);
+    showReportKindTexts(ReportKind::BugReport);
 }
 
 void MainWindow::slot_show_feature_request()
 {
-    showReportKindTexts(FeatureRequest);
+    showReportKindTexts(ReportKind::FeatureRequest);
 }
 
 void MainWindow::slot_start_over()
 {
-    formState = Choosing;
-    reportKind = None;
+    formState = FormState::Choosing;
+    reportKind = ReportKind::None;
     ui->line_Email->setStyleSheet(QString()); // the verdict's icon and message stay
     slot_reset_report();
     slot_set_control_states();
@@ -200,17 +240,17 @@ void MainWindow::slot_reset_report()
 
 void MainWindow::slot_cancel()
 {
-    if (formState != Sending) {
+    if (formState != FormState::Sending) {
         QCoreApplication::quit();
         return;
     }
-    sendOutcome = Aborted;
+    sendOutcome = sendoutcome::afterAbort();
     if (reply) {
         // Not abort(): destroying the reply ends the transfer without raising an error signal.
         reply->ignoreSslErrors();
         reply->deleteLater();
     }
-    formState = Choosing;
+    formState = FormState::Choosing;
     slot_set_control_states();
 }
 
@@ -221,36 +261,17 @@ void MainWindow::slot_play_video(const QString &link)
 
 void MainWindow::slot_tab_changed(int index)
 {
-    switch (static_cast<ReportTab>(index)) {
-    case ReportTab::Identity:
-        ui->line_Name->setFocus();
-        break;
-    case ReportTab::Details:
-        ui->list_Area->setFocus();
-        break;
-    case ReportTab::Description:
-        ui->combo_Title->setFocus();
-        break;
-    case ReportTab::Attachments:
-        ui->button_Attach_File->setFocus();
-        break;
-    case ReportTab::Settings:
-        ui->group_Proxy_Settings->setFocus();
-        break;
-    case ReportTab::Introduction:
-        break;
-    }
+    if (QWidget *field = firstFieldOf(*ui, static_cast<ReportTab>(index)))
+        field->setFocus();
 }
 
 void MainWindow::slot_validate_delay()
 {
-    // 2 is the floor and the default, yet 3 is the smallest value kept as typed.
-    const int seconds = ui->line_Snapshot_Delay->text().toInt();
-    if (seconds < 3)
-        ui->line_Snapshot_Delay->setText(QStringLiteral("2"));
-    else if (seconds > 60)
-        ui->line_Snapshot_Delay->setText(QStringLiteral("60"));
-    settingsModified = settingsModified || ui->line_Snapshot_Delay->text() != QLatin1String("2");
+    const QString typed = ui->line_Snapshot_Delay->text();
+    const QString kept = snapshotdelay::clamped(typed);
+    if (kept != typed)
+        ui->line_Snapshot_Delay->setText(kept);
+    settingsModified = settingsModified || kept != snapshotdelay::defaultText();
 }
 
 void MainWindow::slot_set_modified()
@@ -268,12 +289,12 @@ void MainWindow::slot_set_title_text(int index)
 void MainWindow::slot_update_title_list()
 {
     const QString text = ui->combo_Title->currentText();
-    if (text.isEmpty())
+    QStringList history;
+    for (int i = 0; i < ui->combo_Title->count(); ++i)
+        history << ui->combo_Title->itemText(i);
+    if (!titlehistory::joins(history, text))
         return;
-    for (int i = 0; i < ui->combo_Title->count(); ++i) {
-        if (ui->combo_Title->itemText(i) == text)
-            return;
-    }
+    // The box's own limit (titlehistory::kLength) drops the oldest.
     ui->combo_Title->insertItem(0, text);
     ui->combo_Title->lineEdit()->setText(text);
     settingsModified = true;
