@@ -96,6 +96,15 @@ MainWindow::MainWindow(QWidget *parent)
     startuptrace::mark("window: settings loaded");
     slot_set_control_states();
     startuptrace::mark("window: control states");
+#ifdef Q_OS_WIN
+    // Qt's first native window probes the graphics adapter through Direct3D 9, and the
+    // worker's DirectX diagnostics create Direct3D and DirectDraw objects too. Under
+    // Wine each of those holds one process-wide lock while it sets up an OpenGL context
+    // (100 to 200 ms without a GPU), so a probe that ran during show() waited for the
+    // worker's. The window is created, hidden, before the worker starts.
+    (void)winId();
+    startuptrace::mark("window: native window");
+#endif
     startSystemInfoWorker();
     installSysInfoToolTip(ui->check_Include_System_Info, [this] { return sysInfo; });
 
