@@ -1,6 +1,7 @@
 #include "ui_mainwindow.h"
 
 #include "attachments/richtextpushbutton.h"
+#include "formdump.h"
 #include "formimages.h"
 #include "support/testenv.h"
 
@@ -344,7 +345,48 @@ private slots:
         host = nullptr;
     }
 
-    // ---- the top level -------------------------------------------------------------
+    // ---- the form as a whole, against its checked-in record ---------------------------
+
+    void formMatchesTheCheckedInDump()
+    {
+        QStringList actual = formDumpLines();
+        QString error;
+        // tools/update-form-dump.sh sets this to write the record anew.
+        const QString writeTo = qEnvironmentVariable("FB_FORM_DUMP_WRITE");
+        if (!writeTo.isEmpty()) {
+#ifdef Q_OS_WIN
+            QFAIL("the record holds Linux's geometry: write it with tools/update-form-dump.sh on Linux");
+#endif
+            QVERIFY2(writeFormDump(writeTo, actual, &error), qPrintable(error));
+        }
+        QStringList expected;
+        QVERIFY2(readFormDump(checkedInFormDumpPath(), &expected, &error), qPrintable(error));
+        QString leftOut;
+#ifdef Q_OS_WIN
+        // Under Wine the offscreen platform has other fonts and another style than on
+        // Linux, so what follows from them (geometry, sizes once shown, drawn captions)
+        // is Linux's alone; every other line must be the same.
+        expected = withoutFontDependentLines(expected);
+        actual = withoutFontDependentLines(actual);
+        leftOut = QStringLiteral(" (geometry and the other lines that follow the fonts left out)");
+#endif
+        const QString differences = formDumpDifferences(expected, actual);
+        if (!differences.isEmpty()) {
+            // QtTest cuts a failure message short; the differences go out as a message of
+            // their own, the first kMaxDiffLines of them.
+            const int kMaxDiffLines = 400;
+            QStringList shown = differences.split(QLatin1Char('\n'));
+            if (shown.size() > kMaxDiffLines) {
+                const int more = shown.size() - kMaxDiffLines;
+                shown = shown.mid(0, kMaxDiffLines);
+                shown << QStringLiteral("... and %1 more lines").arg(more);
+            }
+            qInfo().noquote() << QStringLiteral("the form differs from %1%2; - the file, + the form:\n%3")
+                                     .arg(checkedInFormDumpPath(), leftOut, shown.join(QLatin1Char('\n')));
+            QFAIL("the form differs from its checked-in record (the lines above); after a change in Designer, "
+                  "tools/update-form-dump.sh writes the record anew and git diff shows what changed");
+        }
+    }
 
     // ---- widgets: names, classes, places ----------------------------------------------
 
@@ -371,7 +413,10 @@ private slots:
         QVERIFY(host->findChild<QWidget *>(QStringLiteral("centralWidget"))->isAncestorOf(widget));
     }
 
-    void widgetCount() { QCOMPARE(int(formWidgets().size()), 78); }
+    void widgetCount()
+    {
+        QCOMPARE(int(formWidgets().size()), 78);
+    }
 
     void noOtherNamedWidgets()
     {
