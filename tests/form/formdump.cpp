@@ -736,14 +736,76 @@ bool followsTheFonts(const QString &line)
            || key.endsWith(QLatin1String("(drawn)"));
 }
 
-QStringList withoutFontDependentLines(const QStringList &lines)
+QStringList formDumpLines(const QStringList &lines, FontDependence which)
 {
     QStringList kept;
     for (const QString &line : lines) {
-        if (!followsTheFonts(line))
+        if (followsTheFonts(line) == (which == FontDependence::FollowsTheFonts))
             kept << line;
     }
     return kept;
+}
+
+namespace {
+
+QString unifiedDiff(const QStringList &expected, const QVector<int> &expectedNumbers, const QStringList &actual,
+                    const QVector<int> &actualNumbers, int context);
+
+// One part of a record, each line with its number in the whole.
+struct RecordPart
+{
+    QStringList lines;
+    QVector<int> numbers;
+};
+
+RecordPart recordPart(const QStringList &lines, FontDependence which)
+{
+    RecordPart part;
+    for (int i = 0; i < lines.size(); ++i) {
+        if (followsTheFonts(lines.at(i)) == (which == FontDependence::FollowsTheFonts)) {
+            part.lines << lines.at(i);
+            part.numbers << i + 1;
+        }
+    }
+    return part;
+}
+
+} // namespace
+
+QString formDumpReport(const QStringList &expected, const QStringList &actual, bool withFontDependentLines)
+{
+    // A layout change moves most of what lies below it, so the geometry goes after what
+    // the change did to the form's own values, in a list of its own.
+    const auto part = [&](FontDependence which) {
+        const RecordPart expectedPart = recordPart(expected, which);
+        const RecordPart actualPart = recordPart(actual, which);
+        const QString differences =
+            unifiedDiff(expectedPart.lines, expectedPart.numbers, actualPart.lines, actualPart.numbers, 3);
+        if (differences.isEmpty())
+            return QString();
+        QStringList lines = differences.split('\n');
+        const int kMaxLines = 500;
+        if (lines.size() > kMaxLines) {
+            const int more = lines.size() - kMaxLines;
+            lines = lines.mid(0, kMaxLines);
+            lines << QStringLiteral("... and %1 lines more").arg(more);
+        }
+        return lines.join('\n');
+    };
+    const QString own = part(FontDependence::Not);
+    const QString laidOut = withFontDependentLines ? part(FontDependence::FollowsTheFonts) : QString();
+    if (own.isEmpty() && laidOut.isEmpty())
+        return QString();
+    QString report = QStringLiteral("- the file, + the form.\nApart from what follows the fonts (geometry, sizes "
+                                    "once shown, drawn icons):\n")
+                     + (own.isEmpty() ? QStringLiteral("(no difference)") : own);
+    if (withFontDependentLines)
+        report += QStringLiteral("\nWhat follows the fonts:\n")
+                  + (laidOut.isEmpty() ? QStringLiteral("(no difference)") : laidOut);
+    else
+        report += QStringLiteral("\n(What follows the fonts is left out here: this platform's differ from the "
+                                 "record's.)");
+    return report;
 }
 
 QString checkedInFormDumpPath()
@@ -782,7 +844,21 @@ bool writeFormDump(const QString &path, const QStringList &lines, QString *error
     return true;
 }
 
-QString formDumpDifferences(const QStringList &expected, const QStringList &actual, int context)
+namespace {
+
+// Line numbers from 1, as a file counts them.
+QVector<int> countedLines(int count)
+{
+    QVector<int> numbers(count);
+    for (int i = 0; i < count; ++i)
+        numbers[i] = i + 1;
+    return numbers;
+}
+
+// A unified diff of two lists of lines; the hunk headers give each line's number in its
+// file, which for a part of a record is not its place in the list.
+QString unifiedDiff(const QStringList &expected, const QVector<int> &expectedNumbers, const QStringList &actual,
+                    const QVector<int> &actualNumbers, int context)
 {
     const int expectedCount = expected.size();
     const int actualCount = actual.size();
@@ -869,12 +945,17 @@ QString formDumpDifferences(const QStringList &expected, const QStringList &actu
             expectedLines += steps[size_t(k)].kind != '+';
             actualLines += steps[size_t(k)].kind != '-';
         }
-        // Counted from 1, as diff counts; an empty side names the line before it.
+        // As diff does, a side without lines in the group names the line before it.
         const Step &first = steps[size_t(start)];
+        const auto number = [](const QVector<int> &numbers, int index, int count) {
+            if (count)
+                return numbers.value(index);
+            return index > 0 ? numbers.value(index - 1) : 0;
+        };
         out << QStringLiteral("@@ -%1,%2 +%3,%4 @@")
-                   .arg(first.expectedLine + (expectedLines ? 1 : 0))
+                   .arg(number(expectedNumbers, first.expectedLine, expectedLines))
                    .arg(expectedLines)
-                   .arg(first.actualLine + (actualLines ? 1 : 0))
+                   .arg(number(actualNumbers, first.actualLine, actualLines))
                    .arg(actualLines);
         for (int k = start; k < stop; ++k) {
             const Step &step = steps[size_t(k)];
@@ -884,6 +965,13 @@ QString formDumpDifferences(const QStringList &expected, const QStringList &actu
         index = stop;
     }
     return out.join(QLatin1Char('\n'));
+}
+
+} // namespace
+
+QString formDumpDifferences(const QStringList &expected, const QStringList &actual, int context)
+{
+    return unifiedDiff(expected, countedLines(expected.size()), actual, countedLines(actual.size()), context);
 }
 
 QString quotedForDump(const QString &text)

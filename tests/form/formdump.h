@@ -16,12 +16,18 @@
 // platform, so that the fonts and the geometry are the suite's.
 QStringList formDumpLines();
 
-// The record without the values that follow from the fonts and the style: geometry, the
-// sizes that showing changed ("(shown)") and icons the program drew from text ("(drawn)").
-// Under Wine the offscreen platform has other fonts and another style than on Linux,
-// so the Windows run compares the rest.
+// The lines with the values that follow from the fonts and the style, or the others:
+// geometry, the sizes that showing changed ("(shown)") and icons the program drew from
+// text ("(drawn)"). Under Wine the offscreen platform has other fonts and another style
+// than on Linux, so the Windows run compares the others alone.
+enum class FontDependence { Not, FollowsTheFonts };
 bool followsTheFonts(const QString &line);
-QStringList withoutFontDependentLines(const QStringList &lines);
+QStringList formDumpLines(const QStringList &lines, FontDependence which);
+
+// What differs between an expected and an actual record, for a failure message; empty
+// when they agree. The lines apart from those that follow the fonts come first, as a
+// unified diff (formDumpDifferences), then, when asked for, a diff of those.
+QString formDumpReport(const QStringList &expected, const QStringList &actual, bool withFontDependentLines);
 
 // Where the checked-in record is.
 QString checkedInFormDumpPath();

@@ -349,7 +349,7 @@ private slots:
 
     void formMatchesTheCheckedInDump()
     {
-        QStringList actual = formDumpLines();
+        const QStringList actual = formDumpLines();
         QString error;
         // tools/update-form-dump.sh sets this to write the record anew.
         const QString writeTo = qEnvironmentVariable("FB_FORM_DUMP_WRITE");
@@ -361,28 +361,18 @@ private slots:
         }
         QStringList expected;
         QVERIFY2(readFormDump(checkedInFormDumpPath(), &expected, &error), qPrintable(error));
-        QString leftOut;
 #ifdef Q_OS_WIN
         // Under Wine the offscreen platform has other fonts and another style than on
         // Linux, so what follows from them (geometry, sizes once shown, drawn captions)
         // is Linux's alone; every other line must be the same.
-        expected = withoutFontDependentLines(expected);
-        actual = withoutFontDependentLines(actual);
-        leftOut = QStringLiteral(" (geometry and the other lines that follow the fonts left out)");
+        const bool withFontDependentLines = false;
+#else
+        const bool withFontDependentLines = true;
 #endif
-        const QString differences = formDumpDifferences(expected, actual);
-        if (!differences.isEmpty()) {
-            // QtTest cuts a failure message short; the differences go out as a message of
-            // their own, the first kMaxDiffLines of them.
-            const int kMaxDiffLines = 400;
-            QStringList shown = differences.split(QLatin1Char('\n'));
-            if (shown.size() > kMaxDiffLines) {
-                const int more = shown.size() - kMaxDiffLines;
-                shown = shown.mid(0, kMaxDiffLines);
-                shown << QStringLiteral("... and %1 more lines").arg(more);
-            }
-            qInfo().noquote() << QStringLiteral("the form differs from %1%2; - the file, + the form:\n%3")
-                                     .arg(checkedInFormDumpPath(), leftOut, shown.join(QLatin1Char('\n')));
+        const QString report = formDumpReport(expected, actual, withFontDependentLines);
+        if (!report.isEmpty()) {
+            // QtTest cuts a failure message short, so the differences go out on their own.
+            qInfo().noquote() << QStringLiteral("the form differs from %1; ").arg(checkedInFormDumpPath()) + report;
             QFAIL("the form differs from its checked-in record (the lines above); after a change in Designer, "
                   "tools/update-form-dump.sh writes the record anew and git diff shows what changed");
         }
