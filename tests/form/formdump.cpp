@@ -279,17 +279,6 @@ QString propertyText(const QObject *object, const char *name)
 
 // ---- the form's objects -----------------------------------------------------------------
 
-// Qt's own helpers inside a widget (a tab widget's stack and tab bar, a scroll area's
-// viewport) are unnamed or named "qt_..."; the tab bar's scroll buttons are named but
-// the tab bar's own.
-bool isFormWidget(const QWidget *widget)
-{
-    const QString name = widget->objectName();
-    if (name.isEmpty() || name.startsWith(QLatin1String("qt_")))
-        return false;
-    return !qobject_cast<const QTabBar *>(widget->parentWidget());
-}
-
 QString formParentName(const QWidget *widget)
 {
     const QWidget *parent = widget->parentWidget();
@@ -421,8 +410,7 @@ private:
         else
             m_lines << name + QStringLiteral(": ") + className + QStringLiteral(" in ") + formParentName(widget);
 
-        const QRect now = widget == &m_window ? widget->rect() : rectInWindow(widget, widget->rect());
-        add(name, "geometry", geometryText(widget, now));
+        add(name, "geometry", geometryText(widget, rectInWindow(widget, widget->rect())));
         add(name, "hidden", boolText(widget->isHidden()));
         add(name, "enabled", boolText(widget->isEnabled()));
         describeSizeLimits(widget);
@@ -691,41 +679,8 @@ void settle()
         QCoreApplication::processEvents();
 }
 
-} // namespace
-
-QStringList formDumpLines()
-{
-    QMainWindow window;
-    Ui::MainWindow ui;
-    ui.setupUi(&window);
-    std::vector<QWidget *> widgets;
-    collectWidgets(&window, widgets);
-    FormDump dump(window);
-    dump.noteSetUpSizes(widgets);
-    // The size the program's window first has, whatever the form's own (noted above).
-    window.resize(720, 470);
-
-    window.show();
-    settle();
-    dump.noteGeometry(widgets);
-    for (QWidget *widget : widgets) {
-        auto *tabs = qobject_cast<QTabWidget *>(widget);
-        if (!tabs)
-            continue;
-        const int current = tabs->currentIndex();
-        for (int i = 0; i < tabs->count(); ++i) {
-            tabs->setCurrentIndex(i);
-            settle();
-            dump.noteGeometry(widgets);
-        }
-        tabs->setCurrentIndex(current);
-        settle();
-    }
-    dump.describe(widgets);
-    window.hide();
-    return dump.lines();
-}
-
+// Whether a line's value follows from the fonts and the style: geometry, the sizes that
+// showing changed ("(shown)") and icons the program drew from text ("(drawn)").
 bool followsTheFonts(const QString &line)
 {
     const int colon = line.indexOf(QLatin1String(": "));
@@ -736,21 +691,6 @@ bool followsTheFonts(const QString &line)
            || key.endsWith(QLatin1String("(drawn)"));
 }
 
-QStringList formDumpLines(const QStringList &lines, FontDependence which)
-{
-    QStringList kept;
-    for (const QString &line : lines) {
-        if (followsTheFonts(line) == (which == FontDependence::FollowsTheFonts))
-            kept << line;
-    }
-    return kept;
-}
-
-namespace {
-
-QString unifiedDiff(const QStringList &expected, const QVector<int> &expectedNumbers, const QStringList &actual,
-                    const QVector<int> &actualNumbers, int context);
-
 // One part of a record, each line with its number in the whole.
 struct RecordPart
 {
@@ -758,93 +698,17 @@ struct RecordPart
     QVector<int> numbers;
 };
 
-RecordPart recordPart(const QStringList &lines, FontDependence which)
+RecordPart recordPart(const QStringList &lines, bool fontDependent)
 {
     RecordPart part;
     for (int i = 0; i < lines.size(); ++i) {
-        if (followsTheFonts(lines.at(i)) == (which == FontDependence::FollowsTheFonts)) {
+        if (followsTheFonts(lines.at(i)) == fontDependent) {
             part.lines << lines.at(i);
             part.numbers << i + 1;
         }
     }
     return part;
 }
-
-} // namespace
-
-QString formDumpReport(const QStringList &expected, const QStringList &actual, bool withFontDependentLines)
-{
-    // A layout change moves most of what lies below it, so the geometry goes after what
-    // the change did to the form's own values, in a list of its own.
-    const auto part = [&](FontDependence which) {
-        const RecordPart expectedPart = recordPart(expected, which);
-        const RecordPart actualPart = recordPart(actual, which);
-        const QString differences =
-            unifiedDiff(expectedPart.lines, expectedPart.numbers, actualPart.lines, actualPart.numbers, 3);
-        if (differences.isEmpty())
-            return QString();
-        QStringList lines = differences.split('\n');
-        const int kMaxLines = 500;
-        if (lines.size() > kMaxLines) {
-            const int more = lines.size() - kMaxLines;
-            lines = lines.mid(0, kMaxLines);
-            lines << QStringLiteral("... and %1 lines more").arg(more);
-        }
-        return lines.join('\n');
-    };
-    const QString own = part(FontDependence::Not);
-    const QString laidOut = withFontDependentLines ? part(FontDependence::FollowsTheFonts) : QString();
-    if (own.isEmpty() && laidOut.isEmpty())
-        return QString();
-    QString report = QStringLiteral("- the file, + the form.\nApart from what follows the fonts (geometry, sizes "
-                                    "once shown, drawn icons):\n")
-                     + (own.isEmpty() ? QStringLiteral("(no difference)") : own);
-    if (withFontDependentLines)
-        report += QStringLiteral("\nWhat follows the fonts:\n")
-                  + (laidOut.isEmpty() ? QStringLiteral("(no difference)") : laidOut);
-    else
-        report += QStringLiteral("\n(What follows the fonts is left out here: this platform's differ from the "
-                                 "record's.)");
-    return report;
-}
-
-QString checkedInFormDumpPath()
-{
-    return QStringLiteral(FB_TESTS_DIR "/form/data/mainwindow.dump");
-}
-
-bool readFormDump(const QString &path, QStringList *lines, QString *error)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        *error = QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
-        return false;
-    }
-    QString text = QString::fromUtf8(file.readAll());
-    // A checkout with Windows line ends reads the same.
-    text.remove(QLatin1Char('\r'));
-    if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1);
-    *lines = text.split(QLatin1Char('\n'));
-    return true;
-}
-
-bool writeFormDump(const QString &path, const QStringList &lines, QString *error)
-{
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
-        *error = QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
-        return false;
-    }
-    const QByteArray text = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
-    if (file.write(text) != text.size() || !file.flush()) {
-        *error = QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
-        return false;
-    }
-    return true;
-}
-
-namespace {
 
 // Line numbers from 1, as a file counts them.
 QVector<int> countedLines(int count)
@@ -967,7 +831,124 @@ QString unifiedDiff(const QStringList &expected, const QVector<int> &expectedNum
     return out.join(QLatin1Char('\n'));
 }
 
+// The differences of one part of two records, at most kMaxLines lines of them.
+QString partDifferences(const QStringList &expected, const QStringList &actual, bool fontDependent)
+{
+    const RecordPart expectedPart = recordPart(expected, fontDependent);
+    const RecordPart actualPart = recordPart(actual, fontDependent);
+    const QString differences =
+        unifiedDiff(expectedPart.lines, expectedPart.numbers, actualPart.lines, actualPart.numbers, 3);
+    QStringList lines = differences.split(QLatin1Char('\n'));
+    const int kMaxLines = 500;
+    if (lines.size() > kMaxLines) {
+        const int more = lines.size() - kMaxLines;
+        lines = lines.mid(0, kMaxLines);
+        lines << QStringLiteral("... and %1 lines more").arg(more);
+    }
+    return differences.isEmpty() ? QString() : lines.join(QLatin1Char('\n'));
+}
+
 } // namespace
+
+QStringList formDumpLines()
+{
+    QMainWindow window;
+    Ui::MainWindow ui;
+    ui.setupUi(&window);
+    std::vector<QWidget *> widgets;
+    collectWidgets(&window, widgets);
+    FormDump dump(window);
+    dump.noteSetUpSizes(widgets);
+    // The size the program's window first has, whatever the form's own (noted above).
+    window.resize(720, 470);
+
+    window.show();
+    settle();
+    dump.noteGeometry(widgets);
+    for (QWidget *widget : widgets) {
+        auto *tabs = qobject_cast<QTabWidget *>(widget);
+        if (!tabs)
+            continue;
+        const int current = tabs->currentIndex();
+        for (int i = 0; i < tabs->count(); ++i) {
+            tabs->setCurrentIndex(i);
+            settle();
+            dump.noteGeometry(widgets);
+        }
+        tabs->setCurrentIndex(current);
+        settle();
+    }
+    dump.describe(widgets);
+    window.hide();
+    return dump.lines();
+}
+
+// Qt's own helpers inside a widget (a tab widget's stack and tab bar, a scroll area's
+// viewport) are unnamed or named "qt_..."; the tab bar's scroll buttons are named but
+// the tab bar's own.
+bool isFormWidget(const QWidget *widget)
+{
+    const QString name = widget->objectName();
+    if (name.isEmpty() || name.startsWith(QLatin1String("qt_")))
+        return false;
+    return !qobject_cast<const QTabBar *>(widget->parentWidget());
+}
+
+QString formDumpReport(const QStringList &expected, const QStringList &actual, bool withFontDependentLines)
+{
+    // A layout change moves most of what lies below it, so the geometry goes after what
+    // the change did to the form's own values, in a list of its own.
+    const QString own = partDifferences(expected, actual, false);
+    const QString laidOut = withFontDependentLines ? partDifferences(expected, actual, true) : QString();
+    if (own.isEmpty() && laidOut.isEmpty())
+        return QString();
+    QString report = QStringLiteral("- the file, + the form.\nApart from what follows the fonts (geometry, sizes "
+                                    "once shown, drawn icons):\n")
+                     + (own.isEmpty() ? QStringLiteral("(no difference)") : own);
+    if (withFontDependentLines)
+        report += QStringLiteral("\nWhat follows the fonts:\n")
+                  + (laidOut.isEmpty() ? QStringLiteral("(no difference)") : laidOut);
+    else
+        report += QStringLiteral("\n(What follows the fonts is left out here: this platform's fonts and style "
+                                 "differ from those of the record.)");
+    return report;
+}
+
+QString checkedInFormDumpPath()
+{
+    return QStringLiteral(FB_TESTS_DIR "/form/data/mainwindow.dump");
+}
+
+bool readFormDump(const QString &path, QStringList *lines, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly)) {
+        *error = QStringLiteral("cannot read %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    QString text = QString::fromUtf8(file.readAll());
+    // A checkout with Windows line ends reads the same.
+    text.remove(QLatin1Char('\r'));
+    if (text.endsWith(QLatin1Char('\n')))
+        text.chop(1);
+    *lines = text.split(QLatin1Char('\n'));
+    return true;
+}
+
+bool writeFormDump(const QString &path, const QStringList &lines, QString *error)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate)) {
+        *error = QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    const QByteArray text = (lines.join(QLatin1Char('\n')) + QLatin1Char('\n')).toUtf8();
+    if (file.write(text) != text.size() || !file.flush()) {
+        *error = QStringLiteral("cannot write %1: %2").arg(path, file.errorString());
+        return false;
+    }
+    return true;
+}
 
 QString formDumpDifferences(const QStringList &expected, const QStringList &actual, int context)
 {
