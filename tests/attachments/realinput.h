@@ -3,7 +3,9 @@
 // Real pointer and key input through the window system, as a user gives it: xdotool
 // on X, SetCursorPos and SendInput on Windows (under Wine these move the X pointer
 // too). The steps are played in order by run(); points are global, in Qt's logical
-// pixels, as the tests' widgets see them.
+// pixels, as the tests' widgets see them. On Windows they are spread over a scaled
+// screen's own pixels here; xdotool takes them as the X screen's pixels, which they
+// are where Qt does not scale (every X test that plays real input).
 //
 //     RealInput().moveTo({100, 100}).press().moveTo({300, 250}).release().run();
 
