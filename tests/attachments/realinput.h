@@ -3,9 +3,8 @@
 // Real pointer and key input through the window system, as a user gives it: xdotool
 // on X, SetCursorPos and SendInput on Windows (under Wine these move the X pointer
 // too). The steps are played in order by run(); points are global, in Qt's logical
-// pixels, as the tests' widgets see them. On Windows they are spread over a scaled
-// screen's own pixels here; xdotool takes them as the X screen's pixels, which they
-// are where Qt does not scale (every X test that plays real input).
+// pixels, as the tests' widgets see them, and go to the window system in the screen's
+// own pixels.
 //
 //     RealInput().moveTo({100, 100}).press().moveTo({300, 250}).release().run();
 
@@ -30,15 +29,15 @@ class RealInput
 public:
     RealInput &moveTo(const QPoint &point)
     {
-#ifdef Q_OS_WIN
         const QPoint native = nativePoint(point);
+#ifdef Q_OS_WIN
         m_steps.push_back([native] {
             POINT reached = {};
             return SetCursorPos(native.x(), native.y()) && GetCursorPos(&reached) && reached.x == native.x()
                    && reached.y == native.y();
         });
 #else
-        m_arguments << "mousemove" << QString::number(point.x()) << QString::number(point.y());
+        m_arguments << "mousemove" << QString::number(native.x()) << QString::number(native.y());
 #endif
         return *this;
     }
@@ -101,9 +100,9 @@ public:
     }
 
 private:
-#ifdef Q_OS_WIN
-    // Windows places the cursor in the screens' own pixels: a scaled screen keeps its
-    // top-left corner there and spreads its logical pixels by its factor.
+    // The window system places the pointer in the screens' own pixels: Qt keeps a
+    // scaled screen's top-left corner there and spreads its logical pixels by its
+    // factor.
     static QPoint nativePoint(const QPoint &point)
     {
         QScreen *screen = QGuiApplication::screenAt(point);
@@ -114,6 +113,7 @@ private:
         return origin + QPoint(qRound((point.x() - origin.x()) * ratio), qRound((point.y() - origin.y()) * ratio));
     }
 
+#ifdef Q_OS_WIN
     static bool sendButton(Qt::MouseButton button, bool down)
     {
         INPUT input = {};

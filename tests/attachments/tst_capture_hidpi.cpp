@@ -6,6 +6,7 @@
 #include "attachments/screenshot.h"
 #include "capturetesting.h"
 #include "overlaywatcher.h"
+#include "realinput.h"
 #include "support/testenv.h"
 
 #include <QApplication>
@@ -120,6 +121,39 @@ private slots:
         const QPixmap picture = overlay.capture(QGuiApplication::primaryScreen());
         QVERIFY(watcher.fired());
         QCOMPARE(patternMismatch(picture.toImage(), kDeviceScreen), QString());
+    }
+
+    // The same selections made with the real pointer, placed in the screen's own
+    // pixels: the window system hands them back to the overlay as the same points.
+    void realPointerKeepsTheSelectedDevicePixels_data() { keepsTheSelectedDevicePixels_data(); }
+
+    void realPointerKeepsTheSelectedDevicePixels()
+    {
+        QFETCH(bool, enhanced);
+        bool played = false;
+        QRect band;
+        OverlayWatcher watcher([&](ScreenShot *overlay) {
+            const QPoint end = enhanced ? kSelection.bottomRight() : kSelection.bottomRight() + QPoint(1, 1);
+            played = RealInput().moveTo(kSelection.topLeft()).press().moveTo(end).release().run();
+            if (!enhanced)
+                return;
+            const auto releaseSeen = [overlay] {
+                return overlay->rubberBand()->geometry() == kSelection
+                       && QGuiApplication::mouseButtons() == Qt::NoButton;
+            };
+            whenTrue(overlay, releaseSeen, [&, overlay] {
+                band = overlay->rubberBand()->geometry();
+                played = played && RealInput().moveTo({300, 300}).click(Qt::RightButton).run();
+            });
+        });
+        ScreenShot overlay(enhanced);
+        const QPixmap picture = overlay.capture(QGuiApplication::primaryScreen());
+        QVERIFY(watcher.fired());
+        QVERIFY(!watcher.rescued);
+        QVERIFY(played);
+        if (enhanced)
+            QCOMPARE(band, kSelection);
+        QCOMPARE(patternMismatch(picture.toImage(), expectedDeviceRect(scale)), QString());
     }
 };
 

@@ -18,7 +18,6 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QInputDialog>
 #include <QLineEdit>
@@ -27,7 +26,6 @@
 #include <QTreeWidget>
 #include <QtTest>
 
-#include <functional>
 #include <memory>
 
 using namespace CaptureTesting;
@@ -41,24 +39,6 @@ const char kPlatform[] = "windows";
 #else
 const char kPlatform[] = "xcb";
 #endif
-
-// Calls `then` once `condition` holds, or once kEventWaitMs have passed without it:
-// inside the overlay's own event loop a test can only wait from a timer.
-void whenTrue(QObject *context, const std::function<bool()> &condition, const std::function<void()> &then)
-{
-    auto *timer = new QTimer(context);
-    const auto clock = std::make_shared<QElapsedTimer>();
-    clock->start();
-    timer->setInterval(20);
-    QObject::connect(timer, &QTimer::timeout, context, [timer, clock, condition, then] {
-        if (!condition() && !clock->hasExpired(kEventWaitMs))
-            return;
-        timer->stop();
-        timer->deleteLater();
-        then();
-    });
-    timer->start();
-}
 
 QList<QObject *> pendingSingleShots()
 {
