@@ -2,7 +2,7 @@
 
 // The attachment tests that need a real window system and a MainWindow: the shot on
 // the Windows clipboard (Windows only) and Ctrl+V with another program owning the
-// clipboard. The screen-shot flow on X has a program of its own (tst_screenshotflow).
+// clipboard. The screen-shot flow has a program of its own (tst_screenshotflow).
 
 #include "attachmentcheck.h"
 #include "form/mainwindow.h"

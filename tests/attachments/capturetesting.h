@@ -1,7 +1,8 @@
 #pragma once
 
 // Helpers shared by the capture tests: a picture whose every pixel tells where it
-// was, and mouse and key events delivered straight to the overlay.
+// was, and mouse and key events delivered straight to the overlay. Real input through
+// the window system is RealInput's (realinput.h).
 
 #include "support/testenv.h"
 
@@ -10,6 +11,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QProcess>
+#include <QScreen>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -103,12 +105,6 @@ inline bool key(QWidget *widget, int key, Qt::KeyboardModifiers modifiers = Qt::
     return event.isAccepted();
 }
 
-// Plays real pointer and keyboard input through the X server; true when it ran.
-inline bool xdotool(const QStringList &arguments)
-{
-    return QProcess::execute(QStringLiteral("xdotool"), arguments) == 0;
-}
-
 #ifdef FB_ROOT_PATTERN_EXE
 // Paints the test pattern on the whole X root window (all screens of the display).
 inline bool paintRootPattern()
@@ -116,6 +112,44 @@ inline bool paintRootPattern()
     return QProcess::execute(QStringLiteral(FB_ROOT_PATTERN_EXE), QStringList()) == 0;
 }
 #endif
+
+// Where a screen, grabbed as the program grabs it, differs from the test pattern, or
+// an empty string when every screen shows it in every one of its own pixels.
+inline QString screensPatternMismatch()
+{
+    const auto screens = QGuiApplication::screens();
+    for (QScreen *screen : screens) {
+        const QImage grabbed = screen->grabWindow(0).toImage();
+        const QSize devicePixels = screen->geometry().size() * screen->devicePixelRatio();
+        if (grabbed.size() != devicePixels)
+            return QStringLiteral("screen %1 was grabbed at %2x%3, not in its %4x%5 pixels")
+                .arg(screen->name())
+                .arg(grabbed.width())
+                .arg(grabbed.height())
+                .arg(devicePixels.width())
+                .arg(devicePixels.height());
+        const QString mismatch = patternMismatch(grabbed, QRect(screen->geometry().topLeft(), devicePixels));
+        if (!mismatch.isEmpty())
+            return screen->name() + QStringLiteral(": ") + mismatch;
+    }
+    return QString();
+}
+
+// Makes every screen show the test pattern, for the tests that grab the real screen;
+// an empty string once it does. On X it is painted on the root here. Under Wine the
+// X root is out of a Windows program's reach: the test's wrapper painted it before
+// Wine started (run-on-root-pattern.sh, run-wine-on-two-monitors.sh), and here it is
+// only looked for.
+inline QString showPatternOnScreens()
+{
+#ifdef FB_ROOT_PATTERN_EXE
+    if (!paintRootPattern())
+        return QStringLiteral("the root pattern could not be painted");
+    return QString();
+#else
+    return screensPatternMismatch();
+#endif
+}
 
 // Whether a window manager really iconifies: a minimised window must leave the
 // screen. Without one the screen-shot flow waits for ever, so the flow test checks

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
@@ -17,6 +18,7 @@
 #include <QWindow>
 
 #include <functional>
+#include <memory>
 
 class OverlayWatcher
 {
@@ -102,3 +104,21 @@ private:
     bool m_armed = false;
     int m_settled = 0;
 };
+
+// Calls `then` once `condition` holds, or once kEventWaitMs have passed without it:
+// inside the overlay's own event loop a test can only wait from a timer.
+inline void whenTrue(QObject *context, const std::function<bool()> &condition, const std::function<void()> &then)
+{
+    auto *timer = new QTimer(context);
+    const auto clock = std::make_shared<QElapsedTimer>();
+    clock->start();
+    timer->setInterval(20);
+    QObject::connect(timer, &QTimer::timeout, context, [timer, clock, condition, then] {
+        if (!condition() && !clock->hasExpired(kEventWaitMs))
+            return;
+        timer->stop();
+        timer->deleteLater();
+        then();
+    });
+    timer->start();
+}

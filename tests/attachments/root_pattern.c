@@ -1,14 +1,16 @@
 /* Paints the capture test pattern on the X root window, so that every pixel of the
  * screen tells where it is: red = x & 255, green = y & 255, blue = (x >> 8) << 4 |
  * (y >> 8) (low four bits of each). The background stays after this program exits,
- * as with xsetroot. Needs a 24- or 32-bit TrueColor root. */
+ * as with xsetroot. Needs a 24- or 32-bit TrueColor root. With --default, gives the root
+ * its default background back instead, as `xsetroot -def` does. */
 #include <X11/Xlib.h>
 #include <X11/Xutil.h>
 
 #include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 
-int main(void)
+int main(int argc, char **argv)
 {
     Display *display = XOpenDisplay(NULL);
     if (!display) {
@@ -17,6 +19,13 @@ int main(void)
     }
     const int screen = DefaultScreen(display);
     const Window root = RootWindow(display, screen);
+    if (argc > 1 && strcmp(argv[1], "--default") == 0) {
+        XSetWindowBackgroundPixmap(display, root, None); /* None: the root's default */
+        XClearWindow(display, root);
+        XSync(display, False);
+        XCloseDisplay(display);
+        return 0;
+    }
     const int width = DisplayWidth(display, screen);
     const int height = DisplayHeight(display, screen);
     const int depth = DefaultDepth(display, screen);

@@ -1,11 +1,13 @@
 // The region capture overlay full screen on a 1920 x 1080 display: plain and enhanced
 // selection, grab zones, size label, cursors, keys. It shows a known picture and is
-// driven by events sent to it, and at the end by real pointer input through the X
-// server, which Qt delivers to the band whenever the pointer is over it.
+// driven by events sent to it, and at the end by real pointer input through the window
+// system (the X server, or Windows), which Qt delivers to the band whenever the
+// pointer is over it.
 #include "attachments/capturegeometry.h"
 #include "attachments/rubberbandenhanced.h"
 #include "attachments/screenshot.h"
 #include "capturetesting.h"
+#include "realinput.h"
 #include "support/testenv.h"
 
 #include <QApplication>
@@ -74,8 +76,7 @@ bool selectWithRealPointer(ScreenShot &overlay, const QRect &rect)
     const QPoint from = rect.topLeft();
     const QPoint to = rect.bottomRight();
     return QTest::qWaitFor([&] { return overlay.isActiveWindow(); }, kEventWaitMs)
-           && xdotool({"mousemove", QString::number(from.x()), QString::number(from.y()), "mousedown", "1", "mousemove",
-                       QString::number(to.x()), QString::number(to.y()), "mouseup", "1"})
+           && RealInput().moveTo(from).press().moveTo(to).release().run()
            && QTest::qWaitFor([&] { return overlay.rubberBand()->geometry() == rect; }, kEventWaitMs);
 }
 
@@ -634,18 +635,18 @@ private slots:
 
         for (int zone : {int(CaptureGeometry::TopLeft), int(CaptureGeometry::Right), int(SizeLabel)}) {
             const QPoint centre = band->zoneRect(zone).center() + selection.topLeft();
-            QVERIFY(xdotool({"mousemove", QString::number(centre.x()), QString::number(centre.y())}));
+            QVERIFY(RealInput().moveTo(centre).run());
             QVERIFY2(QTest::qWaitFor([&] { return band->zoneHovered(zone); }, kEventWaitMs),
                      qPrintable(QString::number(zone)));
             QCOMPARE(overlay->activeZone(), zone);
             QCOMPARE(band->cursor().shape(), CaptureGeometry::zoneCursor(zone));
         }
-        QVERIFY(xdotool({"mousemove", "150", "200"}));
+        QVERIFY(RealInput().moveTo({150, 200}).run());
         QVERIFY(QTest::qWaitFor([&] { return overlay->activeZone() == int(NoZone); }, kEventWaitMs));
         QCOMPARE(band->cursor().shape(), Qt::CrossCursor);
         for (int zone = 0; zone <= SizeLabel; ++zone)
             QVERIFY(!band->zoneHovered(zone));
-        QVERIFY(xdotool({"mousemove", "1900", "1060"}));
+        QVERIFY(RealInput().moveTo({1900, 1060}).run());
     }
 
     // A press inside the band off its zones starts a new selection there, and the
@@ -656,17 +657,16 @@ private slots:
         RubberBandEnhanced *band = bandOf(*overlay);
         QVERIFY(selectWithRealPointer(*overlay, QRect(100, 100, 300, 200)));
 
-        QVERIFY(xdotool({"mousemove", "150", "200", "mousedown", "1", "mousemove", "200", "230", "mousemove", "250",
-                         "260", "mouseup", "1"}));
+        QVERIFY(RealInput().moveTo({150, 200}).press().moveTo({200, 230}).moveTo({250, 260}).release().run());
         QVERIFY(QTest::qWaitFor([&] { return band->geometry() == QRect(150, 200, 101, 61); }, kEventWaitMs));
         QVERIFY(band->isVisible());
         QVERIFY(overlay->isSelecting());
         QVERIFY(!overlay->hasEnded());
 
-        QVERIFY(xdotool({"click", "3"}));
+        QVERIFY(RealInput().click(Qt::RightButton).run());
         QVERIFY(QTest::qWaitFor([&] { return overlay->hasEnded(); }, kEventWaitMs));
         QCOMPARE(patternMismatch(overlay->result().toImage(), QRect(150, 200, 101, 61)), QString());
-        QVERIFY(xdotool({"mousemove", "1900", "1060"}));
+        QVERIFY(RealInput().moveTo({1900, 1060}).run());
     }
 };
 
