@@ -13,7 +13,7 @@ SendTarget sendTarget(const QString &destination, const QString &defaultDestinat
     }
     bool parsed = false;
     const quint16 port = (proxy.port.isEmpty() ? QStringLiteral("8080") : proxy.port).toUShort(&parsed, 10);
-    target.proxy = QNetworkProxy(QNetworkProxy::HttpProxy, proxy.server, parsed ? port : 0, proxy.userName,
-                                 proxy.password);
+    target.proxy =
+        QNetworkProxy(QNetworkProxy::HttpProxy, proxy.server, parsed ? port : 0, proxy.userName, proxy.password);
     return target;
 }

@@ -16,8 +16,8 @@ private slots:
         QTest::addColumn<bool>("joins");
         QTest::newRow("first title") << QStringList{} << "Crash on save" << true;
         QTest::newRow("empty") << QStringList{} << "" << false;
-        QTest::newRow("already there stays where it is") << QStringList{"a", "Crash on save"} << "Crash on save"
-                                                         << false;
+        QTest::newRow("already there stays where it is")
+            << QStringList{"a", "Crash on save"} << "Crash on save" << false;
         QTest::newRow("letter case counts") << QStringList{"crash on save"} << "Crash on save" << true;
         QTest::newRow("a blank is a title") << QStringList{} << " " << true;
         QTest::newRow("a full history takes more") << QStringList{"1", "2", "3", "4", "5"} << "6" << true;

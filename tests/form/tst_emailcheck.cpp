@@ -54,8 +54,8 @@ private slots:
         QTest::addColumn<bool>("pendingAfter");
         QTest::addColumn<bool>("lookup");
         QTest::newRow("empty: the verdict stays") << true << true << false << Display::Empty << true << false << false;
-        QTest::newRow("well formed: look it up") << true << false << true << Display::Validating << true << true
-                                                 << true;
+        QTest::newRow("well formed: look it up")
+            << true << false << true << Display::Validating << true << true << true;
         QTest::newRow("badly formed") << true << false << false << Display::BadlyFormed << false << false << false;
     }
 
@@ -84,8 +84,8 @@ private slots:
         QTest::newRow("found") << int(QHostInfo::NoError) << 1 << Display::Valid << true;
         QTest::newRow("no error but no address") << int(QHostInfo::NoError) << 0 << Display::DomainNotFound << false;
         QTest::newRow("host not found") << int(QHostInfo::HostNotFound) << 0 << Display::DomainNotFound << false;
-        QTest::newRow("other error with an address") << int(QHostInfo::UnknownError) << 1 << Display::DomainNotFound
-                                                     << false;
+        QTest::newRow("other error with an address")
+            << int(QHostInfo::UnknownError) << 1 << Display::DomainNotFound << false;
     }
 
     void lookup()

@@ -54,16 +54,22 @@ private slots:
         const int http = QNetworkProxy::HttpProxy;
         const int none = QNetworkProxy::NoProxy;
         const int unset = QNetworkProxy::DefaultProxy;
-        QTest::newRow("switched off: the application's default") << false << "proxy" << "3128" << false << unset << ""
-                                                                  << 0;
-        QTest::newRow("server and port") << true << "proxy.lan" << "3128" << true << http << "proxy.lan" << 3128;
-        QTest::newRow("no port: 8080") << true << "proxy.lan" << "" << true << http << "proxy.lan" << 8080;
-        QTest::newRow("no server: a direct connection") << true << "" << "3128" << true << none << "" << 0;
-        QTest::newRow("port not a number: 0") << true << "proxy.lan" << "31x" << true << http << "proxy.lan" << 0;
-        QTest::newRow("port beyond 65535: 0") << true << "proxy.lan" << "65536" << true << http << "proxy.lan" << 0;
-        QTest::newRow("highest port") << true << "proxy.lan" << "65535" << true << http << "proxy.lan" << 65535;
-        QTest::newRow("blanks around the port are read past") << true << "proxy.lan" << " 80 " << true << http
-                                                              << "proxy.lan" << 80;
+        QTest::newRow("switched off: the application's default") << false << "proxy"
+                                                                 << "3128" << false << unset << "" << 0;
+        QTest::newRow("server and port") << true << "proxy.lan"
+                                         << "3128" << true << http << "proxy.lan" << 3128;
+        QTest::newRow("no port: 8080") << true << "proxy.lan"
+                                       << "" << true << http << "proxy.lan" << 8080;
+        QTest::newRow("no server: a direct connection") << true << ""
+                                                        << "3128" << true << none << "" << 0;
+        QTest::newRow("port not a number: 0") << true << "proxy.lan"
+                                              << "31x" << true << http << "proxy.lan" << 0;
+        QTest::newRow("port beyond 65535: 0") << true << "proxy.lan"
+                                              << "65536" << true << http << "proxy.lan" << 0;
+        QTest::newRow("highest port") << true << "proxy.lan"
+                                      << "65535" << true << http << "proxy.lan" << 65535;
+        QTest::newRow("blanks around the port are read past") << true << "proxy.lan"
+                                                              << " 80 " << true << http << "proxy.lan" << 80;
     }
 
     void proxy()
