@@ -101,12 +101,12 @@ int Ask::critical(const QString &text, const QStringList &labels)
     return show(box, QMessageBox::Critical, false);
 }
 
-int Ask::question(QWidget *parent, const QString &title, const QString &text, bool *do_not_ask, bool with_cancel,
+int Ask::question(QWidget *parent, const QString &title, const QString &text, bool *doNotAsk, bool with_cancel,
                   bool with_do_not_ask, const QStringList &labels)
 {
     Ask ask(parent, title, parent ? parent->windowIcon() : QIcon());
     const int result = ask.question(text, with_cancel, with_do_not_ask, labels);
-    if (with_do_not_ask && do_not_ask)
-        *do_not_ask = ask.doNotAsk();
+    if (with_do_not_ask && doNotAsk)
+        *doNotAsk = ask.doNotAsk();
     return result;
 }

@@ -27,8 +27,8 @@ public:
     int critical(const QString &text, const QStringList &labels = QStringList());
 
     // Builds an Ask with the parent's window icon, asks, and reports the
-    // "Do not ask again" state through do_not_ask when that box was requested.
-    static int question(QWidget *parent, const QString &title, const QString &text, bool *do_not_ask,
+    // "Do not ask again" state through doNotAsk when that box was requested.
+    static int question(QWidget *parent, const QString &title, const QString &text, bool *doNotAsk,
                         bool with_cancel = false, bool with_do_not_ask = false,
                         const QStringList &labels = QStringList());
 

@@ -18,7 +18,7 @@ Q_GUI_EXPORT HBITMAP qt_pixmapToWinHBITMAP(const QPixmap &p, int hbitmapFormat =
 bool readImageFromClipboard(QImage &image, const QDir &scratchFolder)
 {
     std::vector<unsigned char> bmpFile;
-    return read_clipboard_bmp(bmpFile) && loadBmpThroughFile(bmpFile, scratchFolder, image);
+    return readClipboardBmp(bmpFile) && loadBmpThroughFile(bmpFile, scratchFolder, image);
 }
 
 bool copyPixmapToClipboard(const QPixmap &pixmap, QWidget *owner)

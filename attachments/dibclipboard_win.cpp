@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-bool read_clipboard_bmp(std::vector<unsigned char> &bmpFile)
+bool readClipboardBmp(std::vector<unsigned char> &bmpFile)
 {
     if (!IsClipboardFormatAvailable(CF_BITMAP) && !IsClipboardFormatAvailable(CF_DIB)
         && !IsClipboardFormatAvailable(CF_DIBV5))

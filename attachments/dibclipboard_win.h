@@ -15,7 +15,7 @@
 // bytes of a BMP file, see dib::bmpFileFromClipboardBlock. The clipboard is opened
 // and closed within the call. False when there is no bitmap, the clipboard cannot be
 // opened or the block cannot be locked.
-bool read_clipboard_bmp(std::vector<unsigned char> &bmpFile);
+bool readClipboardBmp(std::vector<unsigned char> &bmpFile);
 
 // Puts the bitmap on the clipboard as CF_DIB (1, 4, 8 or 24 bits per pixel), owned by
 // the given window. True when a block was handed to the clipboard. The clipboard is

@@ -242,7 +242,7 @@ struct Case
 Bytes readOrFail(const std::string &label)
 {
     Bytes file;
-    if (!read_clipboard_bmp(file))
+    if (!readClipboardBmp(file))
         fail(label + ": the reader found no bitmap");
     return file;
 }
@@ -344,7 +344,7 @@ const Case kCases[] = {
      },
      [](const std::string &label) {
          Bytes file;
-         expect(!read_clipboard_bmp(file), label + ": the reader must find no bitmap");
+         expect(!readClipboardBmp(file), label + ": the reader must find no bitmap");
      }},
 };
 
