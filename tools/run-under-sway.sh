@@ -83,6 +83,11 @@ eval "$(cat "$runtime/ready")"
 setpriv --reuid="$user" --regid="$(id -g "$user")" --init-groups -- env -i DISPLAY="$DISPLAY" \
     XDG_RUNTIME_DIR="$runtime" WAYLAND_DISPLAY="$WAYLAND_DISPLAY" xhost +si:localuser:root >/dev/null
 
+# Qt's Wayland plugin leaves its protocol objects to the end of the process, and it is
+# built without frame pointers: only full unwinding shows it in the leak stacks, where
+# the leak suppressions (tools/lsan.supp) can name it.
+[ -n "${ASAN_OPTIONS:-}" ] && export ASAN_OPTIONS="$ASAN_OPTIONS:fast_unwind_on_malloc=0"
+
 portals=$here/wayland/portals
 [ "${FB_SWAY_NO_PORTAL:-}" = 1 ] && portals=$runtime/no-portals && mkdir "$portals"
 # The command keeps the caller's environment (the test's settings) with the desktop's.
