@@ -19,8 +19,10 @@
 #include <QCompleter>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPixmap>
 #include <QRegExpValidator>
 #include <QStandardPaths>
 #include <QTabBar>
@@ -52,6 +54,16 @@ void finishAccessibility(Ui::MainWindow &form)
         arrow->setFocusPolicy(Qt::NoFocus);
 }
 
+// The logo as decoded (ARGB32), never converted: Qt 5.15.8 converts a picture this large
+// (256x256) on its thread pool, and that pool's QSemaphore::release() may still clear the
+// top bit of a word on the caller's stack after the caller has moved on, which aborts a
+// later function as "stack smashing detected". Neither the icon nor the X11 window icon
+// made from an ARGB32 pixmap needs a conversion.
+QIcon logoIcon()
+{
+    return QIcon(QPixmap::fromImage(QImage(QStringLiteral(":/images/FB_logo.png")), Qt::NoFormatConversion));
+}
+
 // "Korvane 3D® Feedback Agent™  Build 3126 (Win64) 21-Jun-2019", the signs and the
 // build filled in after translation.
 QString windowTitleText()
@@ -76,7 +88,7 @@ MainWindow::MainWindow(QWidget *parent)
     qRegisterMetaType<QNetworkReply::NetworkError>("QNetworkReply::NetworkError");
 
     titleText = windowTitleText();
-    appIcon = QIcon(QStringLiteral(":/images/FB_logo.png"));
+    appIcon = logoIcon();
 
     takeInstanceGuard();
     startuptrace::mark("window: icon and instance guard");
