@@ -142,7 +142,7 @@ void MainWindow::setUpForm()
 
 void MainWindow::setUpEmailCheck()
 {
-    connect(&emailTimer, SIGNAL(timeout()), this, SLOT(slot_validate_email_domain()));
+    connect(&emailTimer, &QTimer::timeout, this, &MainWindow::slot_validate_email_domain);
     emailTimer.setInterval(2000);
 
     emailRegExp.setPattern(QStringLiteral("(\\b[A-Z0-9._%+-]+)@([A-Z0-9.-]+\\.[A-Z]{2,4}\\b)"));
@@ -152,6 +152,10 @@ void MainWindow::setUpEmailCheck()
 
 MainWindow::~MainWindow()
 {
+    // The form's widgets outlive this body, and hiding them afterwards still emits
+    // signals (a focused line edit's editingFinished): none may reach a slot any more.
+    for (QObject *child : findChildren<QObject *>())
+        child->disconnect(this);
     if (settingsModified)
         saveSettings();
     if (thumbDir) {
@@ -211,45 +215,46 @@ void MainWindow::chooseSettingsFile()
 
 void MainWindow::connectForm()
 {
-    // Connected by name, in this order: Qt calls the two editingFinished slots of
-    // line_Name in the order they were connected.
-    connect(ui->button_Cancel, SIGNAL(clicked(bool)), this, SLOT(slot_cancel()));
-    connect(ui->button_Start_Over, SIGNAL(clicked(bool)), this, SLOT(slot_start_over()));
-    connect(ui->label_Video, SIGNAL(linkActivated(const QString &)), this, SLOT(slot_play_video(const QString &)));
-    connect(ui->line_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_control_states()));
-    connect(ui->line_Name, SIGNAL(textEdited(const QString &)), this, SLOT(slot_set_control_states()));
-    connect(ui->line_Email, SIGNAL(textEdited(const QString &)), this, SLOT(slot_email_edited(const QString &)));
-    connect(ui->combo_Title->lineEdit(), SIGNAL(textChanged(const QString &)), this, SLOT(slot_set_control_states()));
-    connect(ui->combo_Title->lineEdit(), SIGNAL(editingFinished()), this, SLOT(slot_update_title_list()));
-    connect(ui->combo_Title, SIGNAL(currentIndexChanged(int)), this, SLOT(slot_set_title_text(int)));
+    // In this order: Qt calls the two editingFinished slots of line_Name in the order
+    // they were connected.
+    connect(ui->button_Cancel, &QAbstractButton::clicked, this, &MainWindow::slot_cancel);
+    connect(ui->button_Start_Over, &QAbstractButton::clicked, this, &MainWindow::slot_start_over);
+    connect(ui->label_Video, &QLabel::linkActivated, this, &MainWindow::slot_play_video);
+    connect(ui->line_Name, &QLineEdit::editingFinished, this, &MainWindow::slot_set_control_states);
+    connect(ui->line_Name, &QLineEdit::textEdited, this, &MainWindow::slot_set_control_states);
+    connect(ui->line_Email, &QLineEdit::textEdited, this, &MainWindow::slot_email_edited);
+    connect(ui->combo_Title->lineEdit(), &QLineEdit::textChanged, this, &MainWindow::slot_set_control_states);
+    connect(ui->combo_Title->lineEdit(), &QLineEdit::editingFinished, this, &MainWindow::slot_update_title_list);
+    connect(ui->combo_Title, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            &MainWindow::slot_set_title_text);
     ui->combo_Title->lineEdit()->setMaxLength(70);
     // The title history is kept by slot_update_title_list alone, newest first and compared
     // with exact case. Left to itself the combo would append a title on Return and swap a
     // typed title for an entry that differs only in letter case.
     ui->combo_Title->setInsertPolicy(QComboBox::NoInsert);
     ui->combo_Title->completer()->setCaseSensitivity(Qt::CaseSensitive);
-    connect(ui->edit_Description, SIGNAL(textChanged()), this, SLOT(slot_set_control_states()));
-    connect(ui->list_Area, SIGNAL(itemSelectionChanged()), this, SLOT(slot_set_control_states()));
-    connect(ui->line_Build, SIGNAL(textEdited(const QString &)), this, SLOT(slot_set_control_states()));
-    connect(ui->button_Bug_Report, SIGNAL(clicked(bool)), this, SLOT(slot_show_bug_report()));
-    connect(ui->button_Feature_Request, SIGNAL(clicked(bool)), this, SLOT(slot_show_feature_request()));
-    connect(ui->button_Attach_File, SIGNAL(clicked(bool)), this, SLOT(slot_add_attachment()));
-    connect(ui->button_Screen_Shot, SIGNAL(clicked(bool)), this, SLOT(slot_process_screen_shot()));
-    connect(ui->button_Remove_Entry, SIGNAL(clicked(bool)), this, SLOT(slot_remove_attachment()));
-    connect(ui->button_Clear_All, SIGNAL(clicked(bool)), this, SLOT(slot_clear_attachments()));
-    connect(ui->button_Send, SIGNAL(clicked(bool)), this, SLOT(slot_submit()));
-    connect(ui->tabWidget, SIGNAL(currentChanged(int)), this, SLOT(slot_tab_changed(int)));
-    connect(ui->line_Snapshot_Delay, SIGNAL(editingFinished()), this, SLOT(slot_validate_delay()));
-    connect(ui->line_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->line_Email, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->line_HTTP_Destination, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->line_Proxy_Server, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->line_Proxy_Port, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->line_Proxy_User_Name, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->line_Proxy_Password, SIGNAL(editingFinished()), this, SLOT(slot_set_modified()));
-    connect(ui->check_Remember_My_Info, SIGNAL(stateChanged(int)), this, SLOT(slot_set_modified()));
-    connect(ui->group_Proxy_Settings, SIGNAL(clicked(bool)), this, SLOT(slot_set_modified()));
-    connect(ui->check_Settings, SIGNAL(stateChanged(int)), this, SLOT(slot_enable_edit_settings()));
+    connect(ui->edit_Description, &QPlainTextEdit::textChanged, this, &MainWindow::slot_set_control_states);
+    connect(ui->list_Area, &QListWidget::itemSelectionChanged, this, &MainWindow::slot_set_control_states);
+    connect(ui->line_Build, &QLineEdit::textEdited, this, &MainWindow::slot_set_control_states);
+    connect(ui->button_Bug_Report, &QAbstractButton::clicked, this, &MainWindow::slot_show_bug_report);
+    connect(ui->button_Feature_Request, &QAbstractButton::clicked, this, &MainWindow::slot_show_feature_request);
+    connect(ui->button_Attach_File, &QAbstractButton::clicked, this, &MainWindow::slot_add_attachment);
+    connect(ui->button_Screen_Shot, &QAbstractButton::clicked, this, &MainWindow::slot_process_screen_shot);
+    connect(ui->button_Remove_Entry, &QAbstractButton::clicked, this, &MainWindow::slot_remove_attachment);
+    connect(ui->button_Clear_All, &QAbstractButton::clicked, this, &MainWindow::slot_clear_attachments);
+    connect(ui->button_Send, &QAbstractButton::clicked, this, &MainWindow::slot_submit);
+    connect(ui->tabWidget, &QTabWidget::currentChanged, this, &MainWindow::slot_tab_changed);
+    connect(ui->line_Snapshot_Delay, &QLineEdit::editingFinished, this, &MainWindow::slot_validate_delay);
+    connect(ui->line_Name, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->line_Email, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->line_HTTP_Destination, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->line_Proxy_Server, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->line_Proxy_Port, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->line_Proxy_User_Name, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->line_Proxy_Password, &QLineEdit::editingFinished, this, &MainWindow::slot_set_modified);
+    connect(ui->check_Remember_My_Info, &QCheckBox::stateChanged, this, &MainWindow::slot_set_modified);
+    connect(ui->group_Proxy_Settings, &QGroupBox::clicked, this, &MainWindow::slot_set_modified);
+    connect(ui->check_Settings, &QCheckBox::stateChanged, this, &MainWindow::slot_enable_edit_settings);
 }
 
 void MainWindow::createValidators()
@@ -268,13 +273,13 @@ void MainWindow::startSystemInfoWorker()
     QThread *thread = new QThread;
     GatherSysInfo *worker = new GatherSysInfo;
     worker->moveToThread(thread);
-    connect(thread, SIGNAL(started()), worker, SLOT(process()));
-    connect(worker, SIGNAL(results(const QString &)), this, SLOT(slot_sysinfo(const QString &)));
+    connect(thread, &QThread::started, worker, &GatherSysInfo::process);
+    connect(worker, &GatherSysInfo::results, this, &MainWindow::slot_sysinfo);
     // quit() is called on the worker's thread itself: the thread then ends without
     // the GUI thread's event loop, which no longer runs while the process ends.
-    connect(worker, SIGNAL(finished()), thread, SLOT(quit()), Qt::DirectConnection);
-    connect(worker, SIGNAL(finished()), worker, SLOT(deleteLater()));
-    connect(thread, SIGNAL(finished()), thread, SLOT(deleteLater()));
+    connect(worker, &GatherSysInfo::finished, thread, &QThread::quit, Qt::DirectConnection);
+    connect(worker, &GatherSysInfo::finished, worker, &QObject::deleteLater);
+    connect(thread, &QThread::finished, thread, &QObject::deleteLater);
     thread->start();
 }
 

@@ -102,10 +102,9 @@ void MainWindow::slot_submit()
     progressFirst = true;
     sendOutcome = SendOutcome::InFlight;
 
-    connect(reply, SIGNAL(uploadProgress(qint64, qint64)), this, SLOT(slot_send_progress(qint64, qint64)));
-    connect(reply, SIGNAL(finished()), this, SLOT(slot_send_complete()));
-    connect(reply, SIGNAL(error(QNetworkReply::NetworkError)), this,
-            SLOT(slot_send_failed(QNetworkReply::NetworkError)));
+    connect(reply, &QNetworkReply::uploadProgress, this, &MainWindow::slot_send_progress);
+    connect(reply, &QNetworkReply::finished, this, &MainWindow::slot_send_complete);
+    connect(reply, &QNetworkReply::errorOccurred, this, &MainWindow::slot_send_failed);
 
     // Busy until the first progress report tells the total.
     ui->progressBar->setMinimum(0);

@@ -285,7 +285,7 @@ void WindowTests::emailTimerDrivesTheDomainCheck()
     QCOMPARE(timer.interval(), 2000);
     QVERIFY(!timer.isActive());
     QVERIFY(!timer.isSingleShot());
-    QVERIFY(QObject::disconnect(&timer, SIGNAL(timeout()), &window, SLOT(slot_validate_email_domain())));
+    QVERIFY(QObject::disconnect(&timer, &QTimer::timeout, &window, &MainWindow::slot_validate_email_domain));
 }
 
 void WindowTests::nameEditingFinishedRecomputesAndMarksModified()

@@ -59,13 +59,13 @@ private slots:
         QThread *thread = new QThread;
         GatherSysInfo *worker = new GatherSysInfo;
         worker->moveToThread(thread);
-        connect(thread, SIGNAL(started()), worker, SLOT(process()));
-        connect(worker, SIGNAL(results(const QString &)), &receiver, SLOT(slot_sysinfo(const QString &)));
-        connect(worker, SIGNAL(finished()), thread, SLOT(quit()), Qt::DirectConnection);
-        connect(worker, SIGNAL(finished()), worker, SLOT(deleteLater()));
-        connect(thread, SIGNAL(finished()), thread, SLOT(deleteLater()));
+        connect(thread, &QThread::started, worker, &GatherSysInfo::process);
+        connect(worker, &GatherSysInfo::results, &receiver, &Receiver::slot_sysinfo);
+        connect(worker, &GatherSysInfo::finished, thread, &QThread::quit, Qt::DirectConnection);
+        connect(worker, &GatherSysInfo::finished, worker, &QObject::deleteLater);
+        connect(thread, &QThread::finished, thread, &QObject::deleteLater);
         // Watches the order in which the two signals reach the GUI thread.
-        connect(worker, SIGNAL(finished()), &receiver, SLOT(slot_finished()));
+        connect(worker, &GatherSysInfo::finished, &receiver, &Receiver::slot_finished);
 
         QPointer<QThread> threadAlive(thread);
         std::atomic<bool> workerDestroyed{false};
