@@ -2,8 +2,6 @@
 
 // Shared by the settings tests: where the program keeps its settings in the isolated
 // test environment, and plain file access that does not go through the program.
-#include "form/mainwindow.h"
-#include "support/mainwindowprobe.h"
 #include "support/testenv.h"
 
 #include <QDir>
@@ -79,15 +77,6 @@ inline void writeApplicationGroup(const QString &path, const QVariantMap &values
     for (auto it = values.cbegin(); it != values.cend(); ++it)
         settings.setValue(it.key(), it.value());
     settings.endGroup();
-}
-
-template <typename T>
-T *widget(const MainWindow &window, const char *objectName)
-{
-    T *found = MainWindowProbe::widget<T>(window, objectName);
-    if (!found)
-        qFatal("no widget %s", objectName);
-    return found;
 }
 
 } // namespace settingsfiles

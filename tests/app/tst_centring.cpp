@@ -1,7 +1,6 @@
-#include "app/application.h"
+#include "app/display.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QtTest>
 
 class TestCentring : public QObject

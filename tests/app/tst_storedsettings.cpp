@@ -5,7 +5,6 @@
 #include "app/storedsettings.h"
 #include "attachments/screenshotflow.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QtTest>
 

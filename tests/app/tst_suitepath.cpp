@@ -1,7 +1,6 @@
 #include "app/suitepath.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QtTest>
 

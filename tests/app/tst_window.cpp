@@ -3,7 +3,7 @@
 #include "windowtests.h"
 
 #include "form/mainwindow.h"
-#include "settingsfiles.h"
+#include "windowsettings.h"
 #include "support/modalanswerer.h"
 #include "support/testenv.h"
 

@@ -2,7 +2,7 @@
 // they record, what they leave alone, and the pinned window of the screen-shot flow.
 #include "windowtests.h"
 
-#include "settingsfiles.h"
+#include "windowsettings.h"
 
 #include <QApplication>
 #include <QMoveEvent>

@@ -2,7 +2,7 @@
 // the window geometry, from files written by a plain QSettings and from raw INI text.
 #include "windowtests.h"
 
-#include "settingsfiles.h"
+#include "windowsettings.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -2,7 +2,7 @@
 // plain QSettings and as raw INI text; when the file is written at all; its permissions.
 #include "windowtests.h"
 
-#include "settingsfiles.h"
+#include "windowsettings.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -3,7 +3,6 @@
 #include "attachments/attachmentrules.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>

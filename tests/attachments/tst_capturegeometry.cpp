@@ -3,7 +3,6 @@
 #include "attachments/screenshotflow.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QPixmap>
 #include <QtTest>
 

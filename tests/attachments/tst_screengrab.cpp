@@ -4,7 +4,6 @@
 #include "attachments/screenshotflow.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(MinimiseWait::Step)

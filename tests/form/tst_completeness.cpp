@@ -3,7 +3,6 @@
 #include "form/completeness.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QtTest>
 
 using namespace completeness;

@@ -4,7 +4,6 @@
 #include "support/testenv.h"
 #include "support/unreadablefile.h"
 
-#include <QApplication>
 #include <QTemporaryDir>
 #include <QtTest>
 

@@ -5,7 +5,6 @@
 #include "submit/reportjson.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRandomGenerator>

@@ -4,7 +4,6 @@
 #include "submit/sendtarget.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QtTest>
 
 Q_DECLARE_METATYPE(SendOutcome)

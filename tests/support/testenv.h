@@ -1,10 +1,20 @@
 #pragma once
 
-#include "app/application.h"
+#include "app/display.h"
 
 #include <QObject>
 #include <QString>
 #include <QTemporaryDir>
+
+// Tests of the window get a QApplication; tests of the core, which links no widgets,
+// a QGuiApplication.
+#ifdef QT_WIDGETS_LIB
+#include <QApplication>
+using TestApplication = QApplication;
+#else
+#include <QGuiApplication>
+using TestApplication = QGuiApplication;
+#endif
 
 // Points HOME, the XDG folders and TMPDIR at a fresh folder for the whole test
 // process, so that no test reads or writes the real home folder or settings.
@@ -86,7 +96,7 @@ int execTests(QObject *testObject, int argc, char **argv);
 // folders: for a main of its own, after execTests and once the application is gone.
 [[noreturn]] void endTestProcess(int status);
 
-// Like QTEST_MAIN, but isolates the environment before QApplication exists, and ends
+// Like QTEST_MAIN, but isolates the environment before the application exists, and ends
 // the process the program's way.
 #define FB_TEST_MAIN(TestObject)                                                                                       \
     int main(int argc, char *argv[])                                                                                   \
@@ -95,7 +105,7 @@ int execTests(QObject *testObject, int argc, char **argv);
         setTestHighDpiAttributes();                                                                                    \
         int status = 0;                                                                                                \
         {                                                                                                              \
-            QApplication app(argc, argv);                                                                              \
+            TestApplication app(argc, argv);                                                                           \
             app.setAttribute(Qt::AA_Use96Dpi, true);                                                                   \
             TestObject tc;                                                                                             \
             QTEST_SET_MAIN_SOURCE_PATH                                                                                 \

@@ -11,7 +11,6 @@
 #include "sysinfo/linuxmachine.h"
 #endif
 
-#include <QApplication>
 #include <QtTest>
 
 namespace {

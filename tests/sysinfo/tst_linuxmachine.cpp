@@ -9,7 +9,6 @@
 #include "fakedxdiag.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QtTest>
 

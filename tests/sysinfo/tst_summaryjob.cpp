@@ -12,7 +12,6 @@
 #include "fakedxdiag.h"
 #include "support/testenv.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QSignalSpy>
