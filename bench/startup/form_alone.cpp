@@ -13,7 +13,7 @@
 int main(int argc, char *argv[])
 {
     startuptrace::start();
-    // As setHighDpiAttributes() in app/application.cpp.
+    // As setHighDpiAttributes() in app/display.cpp.
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling, true);
     QCoreApplication::setAttribute(Qt::AA_UseHighDpiPixmaps, true);
 #ifdef Q_OS_WIN
