@@ -1,6 +1,6 @@
 // The window's move and resize handlers, which keep the geometry that is saved: what
 // they record, what they leave alone, and the pinned window of the screen-shot flow.
-#include "windowtests.h"
+#include "windowsettingstests.h"
 
 #include "windowsettings.h"
 
@@ -52,7 +52,7 @@ void sendMove(MainWindow &window, const QPoint &to, bool *accepted = nullptr)
 } // namespace
 
 // Reported moves, as the window system sends them, on a window not yet shown.
-void WindowTests::moveRecordsThePosition()
+void WindowSettingsTests::moveRecordsThePosition()
 {
     MainWindow window;
     QCOMPARE(MainWindowProbe::savedPos(window), QPoint(40, 65));
@@ -63,7 +63,7 @@ void WindowTests::moveRecordsThePosition()
     QVERIFY(MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::moveToTheSamePlaceChangesNothing()
+void WindowSettingsTests::moveToTheSamePlaceChangesNothing()
 {
     MainWindow window;
     sendMove(window, QPoint(40, 65));
@@ -71,7 +71,7 @@ void WindowTests::moveToTheSamePlaceChangesNothing()
     QVERIFY(!MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::moveToTheOriginIsNotRecorded()
+void WindowSettingsTests::moveToTheOriginIsNotRecorded()
 {
     MainWindow window;
     bool accepted = false;
@@ -81,7 +81,7 @@ void WindowTests::moveToTheOriginIsNotRecorded()
     QVERIFY(!MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::movesOnOneAxisToZeroAreRecorded()
+void WindowSettingsTests::movesOnOneAxisToZeroAreRecorded()
 {
     MainWindow window;
     sendMove(window, QPoint(0, 30));
@@ -89,7 +89,7 @@ void WindowTests::movesOnOneAxisToZeroAreRecorded()
     QVERIFY(MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::negativeMovesAreRecordedAsTheyCome()
+void WindowSettingsTests::negativeMovesAreRecordedAsTheyCome()
 {
     MainWindow window;
     sendMove(window, QPoint(-20, 10));
@@ -97,7 +97,7 @@ void WindowTests::negativeMovesAreRecordedAsTheyCome()
     QVERIFY(MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::resizeRecordsTheSize()
+void WindowSettingsTests::resizeRecordsTheSize()
 {
     MainWindow window;
     QResizeEvent same(QSize(720, 470), QSize(720, 470));
@@ -111,7 +111,7 @@ void WindowTests::resizeRecordsTheSize()
 
 // The same rules on a shown window, moved and resized for real. move() places the
 // frame, and the window reports the frame's position.
-void WindowTests::realMovesAndResizes()
+void WindowSettingsTests::realMovesAndResizes()
 {
     const std::unique_ptr<MainWindow> window = settledWindow();
     QVERIFY(window);
@@ -142,7 +142,7 @@ void WindowTests::realMovesAndResizes()
     QCOMPARE(window->size(), size + QSize(30, 20));
 }
 
-void WindowTests::pinnedWindowSnapsBack()
+void WindowSettingsTests::pinnedWindowSnapsBack()
 {
     const std::unique_ptr<MainWindow> window = settledWindow();
     QVERIFY(window);
@@ -171,7 +171,7 @@ void WindowTests::pinnedWindowSnapsBack()
     QVERIFY(MainWindowProbe::settingsModified(*window));
 }
 
-void WindowTests::pinnedWindowTakesBackItsRecordedSizeToo()
+void WindowSettingsTests::pinnedWindowTakesBackItsRecordedSizeToo()
 {
     MainWindow window;
     MainWindowProbe::setGeometryPinned(window, true);
@@ -183,7 +183,7 @@ void WindowTests::pinnedWindowTakesBackItsRecordedSizeToo()
 }
 
 // What the handlers recorded is what the next run starts from.
-void WindowTests::recordedGeometryIsSaved()
+void WindowSettingsTests::recordedGeometryIsSaved()
 {
     {
         MainWindow window;

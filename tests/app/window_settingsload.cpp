@@ -1,6 +1,6 @@
 // Loading the settings file: every key of the "application" group into the form and
 // the window geometry, from files written by a plain QSettings and from raw INI text.
-#include "windowtests.h"
+#include "windowsettingstests.h"
 
 #include "windowsettings.h"
 
@@ -39,13 +39,13 @@ bool checked(const MainWindow &window, const char *name)
 
 } // namespace
 
-void WindowTests::offscreenScreenIsTheAssumedOne()
+void WindowSettingsTests::offscreenScreenIsTheAssumedOne()
 {
     // The default position below is computed from this screen.
     QCOMPARE(QGuiApplication::primaryScreen()->geometry(), QRect(0, 0, 800, 600));
 }
 
-void WindowTests::noFileKeepsTheFormAndComputesDefaults()
+void WindowSettingsTests::noFileKeepsTheFormAndComputesDefaults()
 {
     MainWindow window;
     QCOMPARE(MainWindowProbe::configPath(window), newFile());
@@ -60,7 +60,7 @@ void WindowTests::noFileKeepsTheFormAndComputesDefaults()
 }
 
 // Every key of the table, as a plain QSettings writes it.
-void WindowTests::everyKeyLoads()
+void WindowSettingsTests::everyKeyLoads()
 {
     writeApplicationGroup(newFile(), {{"window_pos", QPoint(100, 50)},
                                       {"window_size", QSize(1100, 640)},
@@ -99,7 +99,7 @@ void WindowTests::everyKeyLoads()
     QVERIFY(!MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::falseFlagsLoad()
+void WindowSettingsTests::falseFlagsLoad()
 {
     writeApplicationGroup(newFile(), {{"enhanced_capture", false},
                                       {"remember_me", false},
@@ -131,7 +131,7 @@ void WindowTests::falseFlagsLoad()
 
 // One key makes the group: every other key takes its default, so the box that the
 // form checks goes off.
-void WindowTests::missingKeysTakeDefaults()
+void WindowSettingsTests::missingKeysTakeDefaults()
 {
     QVERIFY(writeBytes(newFile(), "[application]\nnda=true\n"));
     MainWindow window;
@@ -148,7 +148,7 @@ void WindowTests::missingKeysTakeDefaults()
 }
 
 // A group without keys is no group to QSettings: nothing is read.
-void WindowTests::emptyGroupReadsNothing()
+void WindowSettingsTests::emptyGroupReadsNothing()
 {
     QVERIFY(writeBytes(newFile(), "[application]\n"));
     MainWindow window;
@@ -157,7 +157,7 @@ void WindowTests::emptyGroupReadsNothing()
     QVERIFY(checked(window, "check_Remember_My_Info"));
 }
 
-void WindowTests::missingDestinationShowsThePlaceholder()
+void WindowSettingsTests::missingDestinationShowsThePlaceholder()
 {
     writeApplicationGroup(newFile(), {{"nda", true}});
     MainWindow window;
@@ -167,7 +167,7 @@ void WindowTests::missingDestinationShowsThePlaceholder()
     QVERIFY(destination->placeholderText().startsWith("http"));
 }
 
-void WindowTests::snapshotDelay_data()
+void WindowSettingsTests::snapshotDelay_data()
 {
     QTest::addColumn<QVariant>("stored");
     QTest::addColumn<QString>("field");
@@ -179,7 +179,7 @@ void WindowTests::snapshotDelay_data()
     QTest::newRow("a number type reads as its text") << QVariant(45) << "45";
 }
 
-void WindowTests::snapshotDelay()
+void WindowSettingsTests::snapshotDelay()
 {
     QFETCH(QVariant, stored);
     QFETCH(QString, field);
@@ -192,7 +192,7 @@ void WindowTests::snapshotDelay()
     QCOMPARE(widget<QLineEdit>(window, "line_Snapshot_Delay")->placeholderText(), QString("2"));
 }
 
-void WindowTests::sevenTitlesKeepTheFirstFive()
+void WindowSettingsTests::sevenTitlesKeepTheFirstFive()
 {
     writeApplicationGroup(newFile(), {{"title_items", QStringList{"t1", "t2", "t3", "t4", "t5", "t6", "t7"}}});
     MainWindow window;
@@ -200,7 +200,7 @@ void WindowTests::sevenTitlesKeepTheFirstFive()
     QCOMPARE(widget<QComboBox>(window, "combo_Title")->currentText(), QString());
 }
 
-void WindowTests::negativePositionIsBroughtBack_data()
+void WindowSettingsTests::negativePositionIsBroughtBack_data()
 {
     QTest::addColumn<QPoint>("stored");
     QTest::addColumn<QPoint>("loaded");
@@ -210,7 +210,7 @@ void WindowTests::negativePositionIsBroughtBack_data()
     QTest::newRow("beyond right and bottom stays") << QPoint(5000, 4000) << QPoint(5000, 4000);
 }
 
-void WindowTests::negativePositionIsBroughtBack()
+void WindowSettingsTests::negativePositionIsBroughtBack()
 {
     QFETCH(QPoint, stored);
     QFETCH(QPoint, loaded);
@@ -221,7 +221,7 @@ void WindowTests::negativePositionIsBroughtBack()
 }
 
 // Files as earlier versions and other tools wrote them, read as raw INI text.
-void WindowTests::rawIniText()
+void WindowSettingsTests::rawIniText()
 {
     QVERIFY(writeBytes(newFile(), "[General]\n"
                                   "window_pos=@Point(1 1)\n"
@@ -262,7 +262,7 @@ void WindowTests::rawIniText()
 }
 
 // Keys outside the group "application" are never read.
-void WindowTests::otherGroupsAreNotRead()
+void WindowSettingsTests::otherGroupsAreNotRead()
 {
     QVERIFY(writeBytes(newFile(), "[General]\nnda=true\nremember_me=true\n"
                                   "[Application]\nnda=true\n"
@@ -273,7 +273,7 @@ void WindowTests::otherGroupsAreNotRead()
     QCOMPARE(window.geometry(), QRect(0, 0, 720, 470));
 }
 
-void WindowTests::rememberedAddressIsCheckedAtStart()
+void WindowSettingsTests::rememberedAddressIsCheckedAtStart()
 {
     writeApplicationGroup(newFile(), {{"remember_me", true}, {"email", "not an address"}});
     MainWindow window;
@@ -285,7 +285,7 @@ void WindowTests::rememberedAddressIsCheckedAtStart()
     QVERIFY(!MainWindowProbe::lookupPending(window));
 }
 
-void WindowTests::emptyRememberedAddressIsNotChecked()
+void WindowSettingsTests::emptyRememberedAddressIsNotChecked()
 {
     writeApplicationGroup(newFile(), {{"remember_me", true}, {"email", ""}});
     MainWindow window;
@@ -293,7 +293,7 @@ void WindowTests::emptyRememberedAddressIsNotChecked()
     QCOMPARE(MainWindowProbe::hostInfo(window).error(), QHostInfo::NoError); // untouched
 }
 
-void WindowTests::malformedFileLoadsWhatItCan()
+void WindowSettingsTests::malformedFileLoadsWhatItCan()
 {
     // Embedded NUL bytes included: the length is the array's, not up to the first NUL.
     static const char raw[] = "\xff\xfe[application\n=\n==x\nnda=true\n[application]\n"
@@ -309,7 +309,7 @@ void WindowTests::malformedFileLoadsWhatItCan()
     QVERIFY(checked(window, "check_Remember_My_Info")); // a non-empty text other than "false" or "0"
 }
 
-void WindowTests::onlyTheOldFileIsRead()
+void WindowSettingsTests::onlyTheOldFileIsRead()
 {
     writeApplicationGroup(oldFile(), {{"nda", true}, {"title_items", QStringList{"old"}}});
     MainWindow window;
@@ -318,7 +318,7 @@ void WindowTests::onlyTheOldFileIsRead()
     QCOMPARE(comboItems(window), QStringList{"old"});
 }
 
-void WindowTests::theNewFileWinsAndTheOldGoes()
+void WindowSettingsTests::theNewFileWinsAndTheOldGoes()
 {
     writeApplicationGroup(oldFile(), {{"nda", true}});
     writeApplicationGroup(newFile(), {{"title_items", QStringList{"new"}}});

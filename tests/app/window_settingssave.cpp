@@ -1,6 +1,6 @@
 // Saving the settings file at exit: which keys are written and how, read back with a
 // plain QSettings and as raw INI text; when the file is written at all; its permissions.
-#include "windowtests.h"
+#include "windowsettingstests.h"
 
 #include "windowsettings.h"
 
@@ -74,7 +74,7 @@ QStringList sorted(QStringList list)
 } // namespace
 
 // The key table in the save direction, with the exact stored values.
-void WindowTests::everyKeyIsWritten()
+void WindowSettingsTests::everyKeyIsWritten()
 {
     {
         MainWindow window;
@@ -108,7 +108,7 @@ void WindowTests::everyKeyIsWritten()
 }
 
 // Qt's own INI encodings, so that files of earlier versions and this one agree.
-void WindowTests::rawIniTextOnSave()
+void WindowSettingsTests::rawIniTextOnSave()
 {
     {
         MainWindow window;
@@ -125,7 +125,7 @@ void WindowTests::rawIniTextOnSave()
                   "http_proxy_password=s3cret", "title_items=Newest title, Older title"})));
 }
 
-void WindowTests::rawIniTextOfTheSmallestFile()
+void WindowSettingsTests::rawIniTextOfTheSmallestFile()
 {
     {
         MainWindow window;
@@ -142,7 +142,7 @@ void WindowTests::rawIniTextOfTheSmallestFile()
     QCOMPARE(file.value("application/snapshot_delay"), QVariant(QString("")));
 }
 
-void WindowTests::rawIniTextOfQuotedAndEscapedValues()
+void WindowSettingsTests::rawIniTextOfQuotedAndEscapedValues()
 {
     {
         MainWindow window;
@@ -161,7 +161,7 @@ void WindowTests::rawIniTextOfQuotedAndEscapedValues()
     QCOMPARE(file.value("application/title_items").toStringList(), (QStringList{"one, two", "@at", "  padded"}));
 }
 
-void WindowTests::oneTitleIsStillAList()
+void WindowSettingsTests::oneTitleIsStillAList()
 {
     {
         MainWindow window;
@@ -175,7 +175,7 @@ void WindowTests::oneTitleIsStillAList()
     QCOMPARE(titles->itemText(0), QString("Only one, with comma"));
 }
 
-void WindowTests::identityIsNotWrittenWithoutRemember()
+void WindowSettingsTests::identityIsNotWrittenWithoutRemember()
 {
     {
         MainWindow window;
@@ -189,7 +189,7 @@ void WindowTests::identityIsNotWrittenWithoutRemember()
     QVERIFY(!bytes(newFile()).contains("Ada"));
 }
 
-void WindowTests::proxyDetailsGoWithTheGroup()
+void WindowSettingsTests::proxyDetailsGoWithTheGroup()
 {
     {
         MainWindow window;
@@ -212,7 +212,7 @@ void WindowTests::proxyDetailsGoWithTheGroup()
         QCOMPARE(widget<QLineEdit>(window, name)->text(), QString());
 }
 
-void WindowTests::snapshotDelayOnSave_data()
+void WindowSettingsTests::snapshotDelayOnSave_data()
 {
     QTest::addColumn<QString>("field");
     QTest::addColumn<bool>("written");
@@ -222,7 +222,7 @@ void WindowTests::snapshotDelayOnSave_data()
     QTest::newRow("3 is written") << "3" << true;
 }
 
-void WindowTests::snapshotDelayOnSave()
+void WindowSettingsTests::snapshotDelayOnSave()
 {
     QFETCH(QString, field);
     QFETCH(bool, written);
@@ -237,7 +237,7 @@ void WindowTests::snapshotDelayOnSave()
         QCOMPARE(file.value("application/snapshot_delay"), QVariant(field));
 }
 
-void WindowTests::destinationOnlyWhenFilled()
+void WindowSettingsTests::destinationOnlyWhenFilled()
 {
     {
         MainWindow window;
@@ -248,7 +248,7 @@ void WindowTests::destinationOnlyWhenFilled()
     QVERIFY(!file.contains("application/http_destination"));
 }
 
-void WindowTests::duplicateTitlesAreWrittenOnce()
+void WindowSettingsTests::duplicateTitlesAreWrittenOnce()
 {
     {
         MainWindow window;
@@ -260,7 +260,7 @@ void WindowTests::duplicateTitlesAreWrittenOnce()
 }
 
 // Every key is cleared first: keys and groups that are not written again disappear.
-void WindowTests::staleKeysDisappear()
+void WindowSettingsTests::staleKeysDisappear()
 {
     QVERIFY(writeBytes(newFile(), "[General]\nleft=over\n\n"
                                   "[application]\nremember_me=true\nuser_name=Old Name\nemail=old\n"
@@ -278,7 +278,7 @@ void WindowTests::staleKeysDisappear()
                                      "application/window_pos", "application/window_size"}));
 }
 
-void WindowTests::nothingIsWrittenWithoutAChange()
+void WindowSettingsTests::nothingIsWrittenWithoutAChange()
 {
     {
         MainWindow window;
@@ -291,7 +291,7 @@ void WindowTests::nothingIsWrittenWithoutAChange()
     QVERIFY(!QFile::exists(oldFile()));
 }
 
-void WindowTests::anUnchangedFileIsLeftAsItIs()
+void WindowSettingsTests::anUnchangedFileIsLeftAsItIs()
 {
     const QByteArray original = "[application]\nremember_me=true\nnda=true\nretired_key=1\n";
     QVERIFY(writeBytes(newFile(), original));
@@ -305,7 +305,7 @@ void WindowTests::anUnchangedFileIsLeftAsItIs()
     QCOMPARE(QFile::permissions(newFile()) & QFileDevice::ReadOther, QFileDevice::ReadOther); // not touched
 }
 
-void WindowTests::whatWasSavedLoadsAgain()
+void WindowSettingsTests::whatWasSavedLoadsAgain()
 {
     {
         MainWindow window;
@@ -323,7 +323,7 @@ void WindowTests::whatWasSavedLoadsAgain()
     QVERIFY(widget<QCheckBox>(window, "check_NDA")->isChecked());
 }
 
-void WindowTests::permissions_data()
+void WindowSettingsTests::permissions_data()
 {
     QTest::addColumn<bool>("useOldFile");
     QTest::addColumn<bool>("existsBefore");
@@ -333,7 +333,7 @@ void WindowTests::permissions_data()
 }
 
 // The file holds the proxy password in plain text: only its owner may read it.
-void WindowTests::permissions()
+void WindowSettingsTests::permissions()
 {
     QFETCH(bool, useOldFile);
     QFETCH(bool, existsBefore);

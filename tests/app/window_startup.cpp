@@ -1,7 +1,7 @@
 // The window as the constructor leaves it: title and icon, the single-instance guard,
 // the settings file it picks, its thumbnail folder, the intro screen, and the form's
 // signals it listens to.
-#include "windowtests.h"
+#include "windowstartuptests.h"
 
 #include "form/mainwindow.h"
 #include "support/mainwindowprobe.h"
@@ -38,7 +38,7 @@ const QString kTitle = QString::fromUtf8("Korvane 3D\u00AE Feedback Agent\u2122 
 
 } // namespace
 
-void WindowTests::titleAndIcon()
+void WindowStartupTests::titleAndIcon()
 {
     MainWindow window;
     QCOMPARE(window.windowTitle(), kTitle);
@@ -53,7 +53,7 @@ void WindowTests::titleAndIcon()
     QCOMPARE(window.centralWidget()->objectName(), QString("centralWidget"));
 }
 
-void WindowTests::guardListensOnAllInterfaces()
+void WindowStartupTests::guardListensOnAllInterfaces()
 {
     MainWindow window;
     QVERIFY(MainWindowProbe::instanceGuardListening(window));
@@ -63,7 +63,7 @@ void WindowTests::guardListensOnAllInterfaces()
     socket.abort();
 }
 
-void WindowTests::guardTakenShowsTheCriticalBoxAndExitsWithZero()
+void WindowStartupTests::guardTakenShowsTheCriticalBoxAndExitsWithZero()
 {
     QTcpServer other;
     QVERIFY(other.listen(QHostAddress::Any, 23709));
@@ -93,7 +93,7 @@ void WindowTests::guardTakenShowsTheCriticalBoxAndExitsWithZero()
     QVERIFY(!QFileInfo::exists(suite()));
 }
 
-void WindowTests::guardIsFreedByTheDestructor()
+void WindowStartupTests::guardIsFreedByTheDestructor()
 {
     {
         MainWindow window;
@@ -102,7 +102,7 @@ void WindowTests::guardIsFreedByTheDestructor()
     QVERIFY(probe.listen(QHostAddress::Any, 23709));
 }
 
-void WindowTests::settingsFileWithNeitherFile()
+void WindowStartupTests::settingsFileWithNeitherFile()
 {
     MainWindow window;
     QCOMPARE(MainWindowProbe::configPath(window), newFile());
@@ -110,7 +110,7 @@ void WindowTests::settingsFileWithNeitherFile()
     QVERIFY(!QFile::exists(newFile())); // nothing written yet
 }
 
-void WindowTests::settingsFileWithBothFiles()
+void WindowStartupTests::settingsFileWithBothFiles()
 {
     QVERIFY(QDir().mkpath(suite()));
     QVERIFY(!writeTestFile(newFile()).isEmpty());
@@ -121,7 +121,7 @@ void WindowTests::settingsFileWithBothFiles()
     QVERIFY(QFile::exists(newFile()));
 }
 
-void WindowTests::settingsFileWithOnlyTheOldFile()
+void WindowStartupTests::settingsFileWithOnlyTheOldFile()
 {
     QVERIFY(!writeTestFile(oldFile(), "[application]\n").isEmpty());
     MainWindow window;
@@ -131,7 +131,7 @@ void WindowTests::settingsFileWithOnlyTheOldFile()
     QVERIFY(QFileInfo(suite()).isDir());
 }
 
-void WindowTests::settingsFileWithOnlyTheNewFile()
+void WindowStartupTests::settingsFileWithOnlyTheNewFile()
 {
     QVERIFY(QDir().mkpath(suite()));
     QVERIFY(!writeTestFile(newFile()).isEmpty());
@@ -182,7 +182,7 @@ struct RoamingFolderMoved
 } // namespace
 #endif
 
-void WindowTests::settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
+void WindowStartupTests::settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
 {
 #ifdef Q_OS_WIN
     // The account's roaming folder moved onto a regular file for a moment (the tests
@@ -208,7 +208,7 @@ void WindowTests::settingsFolderThatCannotBeCreatedFallsBackToTheOldFile()
     QVERIFY(!QFile::exists(oldFile()));
 }
 
-void WindowTests::thumbnailFolderLivesAsLongAsTheWindow()
+void WindowStartupTests::thumbnailFolderLivesAsLongAsTheWindow()
 {
     QString folder;
     {
@@ -225,7 +225,7 @@ void WindowTests::thumbnailFolderLivesAsLongAsTheWindow()
     QVERIFY(!QFileInfo::exists(folder));
 }
 
-void WindowTests::leftoverThumbnailFolderIsReused()
+void WindowStartupTests::leftoverThumbnailFolderIsReused()
 {
     QVERIFY(QDir().mkpath(env.thumbnailFolder()));
     QVERIFY(!writeTestFile(env.thumbnailFolder() + "/old.png").isEmpty());
@@ -233,13 +233,13 @@ void WindowTests::leftoverThumbnailFolderIsReused()
     QVERIFY(QFile::exists(env.thumbnailFolder() + "/old.png"));
 }
 
-void WindowTests::removeDirectoryTreeOfAMissingFolderSucceeds()
+void WindowStartupTests::removeDirectoryTreeOfAMissingFolderSucceeds()
 {
     MainWindow window;
     QVERIFY(window.removeDirectoryTree(env.root() + "/does-not-exist"));
 }
 
-void WindowTests::removeDirectoryTreeRemovesNestedFolders()
+void WindowStartupTests::removeDirectoryTreeRemovesNestedFolders()
 {
     MainWindow window;
     const QString tree = env.root() + "/tree";
@@ -251,7 +251,7 @@ void WindowTests::removeDirectoryTreeRemovesNestedFolders()
     QVERIFY(!QFileInfo::exists(tree));
 }
 
-void WindowTests::introScreenAfterConstruction()
+void WindowStartupTests::introScreenAfterConstruction()
 {
     MainWindow window;
     window.show();
@@ -278,7 +278,7 @@ void WindowTests::introScreenAfterConstruction()
 
 // Form signals the window listens to, checked by their effect: the signal is
 // emitted as a user's action emits it, and what the slot does follows.
-void WindowTests::emailTimerDrivesTheDomainCheck()
+void WindowStartupTests::emailTimerDrivesTheDomainCheck()
 {
     MainWindow window;
     const QTimer &timer = MainWindowProbe::emailTimer(window);
@@ -288,7 +288,7 @@ void WindowTests::emailTimerDrivesTheDomainCheck()
     QVERIFY(QObject::disconnect(&timer, &QTimer::timeout, &window, &MainWindow::slot_validate_email_domain));
 }
 
-void WindowTests::nameEditingFinishedRecomputesAndMarksModified()
+void WindowStartupTests::nameEditingFinishedRecomputesAndMarksModified()
 {
     // Not shown: the platform's placing of a shown window is a move that marks the
     // settings modified by itself.
@@ -305,7 +305,7 @@ void WindowTests::nameEditingFinishedRecomputesAndMarksModified()
     QVERIFY(MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::nameTextEditedRecomputes()
+void WindowStartupTests::nameTextEditedRecomputes()
 {
     MainWindow window;
     MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
@@ -316,7 +316,7 @@ void WindowTests::nameTextEditedRecomputes()
     QVERIFY(!MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::areaSelectionRecomputes()
+void WindowStartupTests::areaSelectionRecomputes()
 {
     MainWindow window;
     MainWindowProbe::widget<QPushButton>(window, "button_Feature_Request")->click();
@@ -326,7 +326,7 @@ void WindowTests::areaSelectionRecomputes()
     QCOMPARE(area->styleSheet(), QString());
 }
 
-void WindowTests::settingsCheckBoxUnlocksTheFrame()
+void WindowStartupTests::settingsCheckBoxUnlocksTheFrame()
 {
     MainWindow window;
     window.show();
@@ -337,7 +337,7 @@ void WindowTests::settingsCheckBoxUnlocksTheFrame()
     QVERIFY(!frame->isHidden());
 }
 
-void WindowTests::rememberBoxMarksModified()
+void WindowStartupTests::rememberBoxMarksModified()
 {
     MainWindow window;
     QVERIFY(!MainWindowProbe::settingsModified(window));
@@ -345,7 +345,7 @@ void WindowTests::rememberBoxMarksModified()
     QVERIFY(MainWindowProbe::settingsModified(window));
 }
 
-void WindowTests::bigButtonsChooseTheKind()
+void WindowStartupTests::bigButtonsChooseTheKind()
 {
     MainWindow window;
     MainWindowProbe::widget<QPushButton>(window, "button_Bug_Report")->click();
@@ -358,7 +358,7 @@ void WindowTests::bigButtonsChooseTheKind()
     QCOMPARE(MainWindowProbe::reportKind(window), qint32(ReportKind::FeatureRequest));
 }
 
-void WindowTests::cancelOnTheIntroScreenQuits()
+void WindowStartupTests::cancelOnTheIntroScreenQuits()
 {
     MainWindow window;
     QEventLoop loop;
@@ -367,7 +367,7 @@ void WindowTests::cancelOnTheIntroScreenQuits()
     QCOMPARE(loop.exec(), 0);
 }
 
-void WindowTests::tabChangeMovesTheFocus()
+void WindowStartupTests::tabChangeMovesTheFocus()
 {
     MainWindow window;
     window.show();

@@ -1,7 +1,7 @@
 #pragma once
 
-// What the worker checks compare with, shared by sysinfo/sysinfoworker and the window
-// summary group of app/window: where the job writes its dump, the summary this machine
+// What the worker checks compare with, shared by sysinfo/sysinfoworker and
+// sysinfo/window_summary: where the job writes its dump, the summary this machine
 // gives, and the tool tip a widget shows.
 
 #include "sysinfo/systemsummary.h"

@@ -1,7 +1,7 @@
 // The worker on its thread, wired as the window wires it: the order of its signals,
 // the objects deleting themselves, the wait at exit, and the tool tip's filter and
-// texts. What the window's own worker does is checked with the window, in the window
-// summary group of app/window (tests/sysinfo/windowsummary.cpp).
+// texts. What the window's own worker does is checked with the window, in
+// sysinfo/window_summary.
 
 #include "sysinfo/gathersysinfo.h"
 #include "sysinfo/sysinfotooltip.h"

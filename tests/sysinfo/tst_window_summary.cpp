@@ -1,9 +1,8 @@
 // The window's own system-information worker: the summary it stores, the worker and
 // its thread deleting themselves, a window closed while the worker still runs, and the
-// check box's tool tip. A group of app/window; the worker checks that need no window
-// are sysinfo/sysinfoworker.
+// check box's tool tip. The worker checks that need no window are sysinfo/sysinfoworker.
 
-#include "app/windowtests.h"
+#include "windowsummarytests.h"
 
 #include "form/mainwindow.h"
 #include "sysinfo/gathersysinfo.h"
@@ -11,6 +10,7 @@
 
 #include "summarychecks.h"
 #include "support/mainwindowprobe.h"
+#include "app/settingsfiles.h"
 #include "support/testenv.h"
 #include "workerprobe.h"
 
@@ -18,7 +18,6 @@
 #include <QCheckBox>
 #include <QFile>
 #include <QPointer>
-#include <QSet>
 #include <QThread>
 #include <QToolTip>
 #include <QtTest>
@@ -26,29 +25,23 @@
 #include <algorithm>
 
 // Out of line: ObjectTracker is only declared in the header.
-WindowTests::WindowTests() = default;
-WindowTests::~WindowTests() = default;
+WindowSummaryTests::WindowSummaryTests() = default;
+WindowSummaryTests::~WindowSummaryTests() = default;
 
-// Qt's object hooks are taken when this group first needs them, and given back with
-// the test object: the groups before it run without them.
-ObjectTracker &WindowTests::summaryTracker()
+// Qt's object hooks are taken when a check first needs them, and given back with the
+// test object.
+ObjectTracker &WindowSummaryTests::summaryTracker()
 {
     if (!m_tracker)
         m_tracker = std::make_unique<ObjectTracker>();
     return *m_tracker;
 }
 
-// In a program of their own these checks started with no summary job at work and no
-// dump file; here the windows of the groups before them leave jobs behind, and such a
-// job would take the dump file (or the FIFO a check puts there) for its own. The other
-// groups need not wait for jobs whose summaries nobody reads.
-void WindowTests::initWindowSummary()
+// The windows of the checks before leave summary jobs behind, and such a job would
+// take the dump file (or the FIFO a check puts there) for its own.
+void WindowSummaryTests::init()
 {
-    static const QSet<QByteArray> group{"windowStoresTheSummaryAndItsWorkerGoesAway", "workerHeldAtItsFileThenLetGo",
-                                        "windowClosedWhileTheWorkerRuns", "toolTipShowsTheSummaryDecoded",
-                                        "slotOnlyStores"};
-    if (!group.contains(QTest::currentTestFunction()))
-        return;
+    settingsfiles::removeAll();
     GatherSysInfo::waitForRunningJobs(kEventWaitMs);
     QFile::remove(dumpFile());
 }
@@ -56,8 +49,8 @@ void WindowTests::initWindowSummary()
 #ifndef Q_OS_WIN
 // Builds the window while the tracker records, and finds its worker and thread.
 // Only with the worker held at its file (DumpGate): a free one may already be gone.
-void WindowTests::makeWindow(std::unique_ptr<MainWindow> &window, QPointer<GatherSysInfo> &worker,
-                             QPointer<QThread> &thread)
+void WindowSummaryTests::makeWindow(std::unique_ptr<MainWindow> &window, QPointer<GatherSysInfo> &worker,
+                                    QPointer<QThread> &thread)
 {
     ObjectTracker &tracker = summaryTracker();
     tracker.arm(true);
@@ -78,7 +71,7 @@ void WindowTests::makeWindow(std::unique_ptr<MainWindow> &window, QPointer<Gathe
 }
 #endif
 
-void WindowTests::windowStoresTheSummaryAndItsWorkerGoesAway()
+void WindowSummaryTests::windowStoresTheSummaryAndItsWorkerGoesAway()
 {
     ObjectTracker &tracker = summaryTracker();
     // Here the worker runs freely and may delete itself on its thread before the
@@ -107,7 +100,7 @@ void WindowTests::windowStoresTheSummaryAndItsWorkerGoesAway()
 }
 
 #ifndef Q_OS_WIN
-void WindowTests::workerHeldAtItsFileThenLetGo()
+void WindowSummaryTests::workerHeldAtItsFileThenLetGo()
 {
     DumpGate gate(dumpFile());
     QVERIFY(gate.ok());
@@ -137,7 +130,7 @@ void WindowTests::workerHeldAtItsFileThenLetGo()
     QToolTip::hideText();
 }
 
-void WindowTests::windowClosedWhileTheWorkerRuns()
+void WindowSummaryTests::windowClosedWhileTheWorkerRuns()
 {
     DumpGate gate(dumpFile());
     QVERIFY(gate.ok());
@@ -163,7 +156,7 @@ void WindowTests::windowClosedWhileTheWorkerRuns()
 }
 #endif
 
-void WindowTests::toolTipShowsTheSummaryDecoded()
+void WindowSummaryTests::toolTipShowsTheSummaryDecoded()
 {
     std::unique_ptr<MainWindow> window;
     window = std::make_unique<MainWindow>();
@@ -184,7 +177,7 @@ void WindowTests::toolTipShowsTheSummaryDecoded()
     QToolTip::hideText();
 }
 
-void WindowTests::slotOnlyStores()
+void WindowSummaryTests::slotOnlyStores()
 {
     std::unique_ptr<MainWindow> window;
     window = std::make_unique<MainWindow>();
@@ -202,3 +195,5 @@ void WindowTests::slotOnlyStores()
     QCOMPARE(toolTipOf(box), tip("System information is being gathered."));
     QToolTip::hideText();
 }
+
+FB_TEST_MAIN(WindowSummaryTests)

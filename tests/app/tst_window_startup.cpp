@@ -1,9 +1,9 @@
-// The window checks of tests/app/windowtests.h: their main, which doubles as the child
-// that finds the single-instance guard taken, and the fixture they share.
-#include "windowtests.h"
+// The start-up checks of tests/app/windowstartuptests.h: their main, which doubles as
+// the child that finds the single-instance guard taken, and their fixture.
+#include "windowstartuptests.h"
 
 #include "form/mainwindow.h"
-#include "windowsettings.h"
+#include "settingsfiles.h"
 #include "support/modalanswerer.h"
 #include "support/testenv.h"
 
@@ -13,13 +13,11 @@
 #include <QFile>
 #include <QtTest>
 
-void WindowTests::init()
+void WindowStartupTests::init()
 {
     // No settings file of either kind and no thumbnail folder: the window starts as it
     // does the first time.
     settingsfiles::removeAll();
-    // The window summary group also starts without a summary job at work or a dump.
-    initWindowSummary();
 }
 
 // Started as a child by guardTakenShowsTheCriticalBoxAndExitsWithZero: it builds the
@@ -58,9 +56,9 @@ int main(int argc, char *argv[])
             MainWindow window; // the guard ends the process here
             return 3;
         }
-        // As FB_TEST_MAIN has it, which the settings checks ran under.
+        // As FB_TEST_MAIN has it.
         app.setAttribute(Qt::AA_Use96Dpi, true);
-        WindowTests tc;
+        WindowStartupTests tc;
         QTEST_SET_MAIN_SOURCE_PATH
         status = execTests(&tc, argc, argv);
     }
