@@ -233,6 +233,10 @@ void ScreenShotFlowTests::delayStartsTheTimer()
 
 void ScreenShotFlowTests::waitsUntilTheWindowIsMinimised()
 {
+    // Only a started flow's wait has a bound: where nothing iconifies the window, the
+    // re-check reached without the button would go on for ever.
+    if (windowManager != "openbox")
+        QSKIP("needs a window manager that iconifies the window (openbox)");
     showWindow();
     bool pinnedDuringOverlay = false;
     OverlayWatcher watcher([&](ScreenShot *) {

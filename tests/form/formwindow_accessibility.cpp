@@ -96,6 +96,13 @@ void FormWindowTests::showTab(int index)
     QCOMPARE(f->tabs->currentIndex(), index);
 }
 
+void FormWindowTests::composeBugReportOn(int tab)
+{
+    QTest::mouseClick(f->bug, Qt::LeftButton);
+    QCOMPARE(MainWindowProbe::formState(*window), qint32(FormState::Composing));
+    showTab(tab);
+}
+
 void FormWindowTests::introScreenAccessibility()
 {
     compareControls({
@@ -179,14 +186,14 @@ void FormWindowTests::composeTabs()
     QFETCH(int, index);
     QFETCH(QStringList, controls);
     QFETCH(QStringList, cycle);
-    showTab(index);
+    composeBugReportOn(index);
     compareControls(controls);
     compareWalks(find(cycle.constLast().toLatin1().constData()), cycle);
 }
 
 void FormWindowTests::descriptionTab()
 {
-    showTab(3);
+    composeBugReportOn(3);
     // The labels change with the kind of report, and the names with them.
     compareControls({
         "combo_Title ComboBox \"Please provide a short title for the bug/issue (70 characters max):\" focusable",
@@ -201,7 +208,7 @@ void FormWindowTests::descriptionTab()
 
 void FormWindowTests::settingsTabLocked()
 {
-    showTab(5);
+    composeBugReportOn(5);
     compareControls({
         "check_Settings CheckBox \"I understand.  Let me modify the settings.\" focusable unchecked",
         "line_HTTP_Destination EditableText \"HTTP destination:\" focusable invisible",
@@ -214,6 +221,7 @@ void FormWindowTests::settingsTabLocked()
 
 void FormWindowTests::settingsTabUnlocked()
 {
+    composeBugReportOn(5);
     // Unlocking from the keyboard: Space on the focused check box.
     QWidget *lock = find("check_Settings");
     lock->setFocus();
@@ -250,7 +258,7 @@ void FormWindowTests::settingsTabUnlocked()
 
 void FormWindowTests::sendingScreenAccessibility()
 {
-    showTab(1);
+    composeBugReportOn(1);
     f->enterScreen(FormState::Sending);
     compareControls({
         "line_Name EditableText \"Your name:\" focusable disabled",
@@ -266,7 +274,6 @@ void FormWindowTests::sendingScreenAccessibility()
 // The field names follow the labels that a feature request puts up.
 void FormWindowTests::namesFollowTheFeatureRequest()
 {
-    f->enterScreen(FormState::Choosing);
     QTest::mouseClick(f->feature, Qt::LeftButton);
     showTab(3);
     compareControls({

@@ -9,7 +9,7 @@
 
 struct FormWidgets;
 
-// The groups that go on with one window each (currentTestTag).
+// The groups whose window init() makes (currentTestTag).
 #ifndef Q_MOC_RUN
 #define CONSTRUCTOR_TEST
 #define ACCESSIBILITY_TEST
@@ -23,19 +23,19 @@ class FormWindowTests : public QObject
     Q_OBJECT
 
 private:
-    // The constructor and accessibility checks each go on with one window through the
-    // whole group, as each group's functions build on what the previous ones did; the
-    // state and navigation checks make a window of their own in each function (which
-    // hides window and f). Only one window may exist at a time (each holds the instance
-    // port and the thumbnail folder): init() makes a tagged group's window before its
-    // first function (sharedWindow), closing the other group's, and closes it before a
-    // function of no shared group (untagged).
-    enum class Shared { None, Constructor, Accessibility };
-    bool sharedWindow(Shared group);
-    void closeSharedWindow();
+    // The constructor and accessibility checks look at a window that init() makes for
+    // each of them, as on a first run: the constructor's as built, the accessibility
+    // checks' shown and active with Qt's accessibility layer on. The state and
+    // navigation checks make a window of their own (which hides window and f). Only one
+    // window may exist at a time (each holds the instance port and the thumbnail
+    // folder), so cleanup() closes it again.
+    enum class Kind { None, Constructor, Accessibility };
+    bool openWindow(Kind kind);
+    void closeWindow();
+    // Accessibility group: the bug report's compose screen on the given tab.
+    void composeBugReportOn(int tab);
 
-    Shared shared = Shared::None;
-    bool sharedWindowReady = false;
+    Kind kind = Kind::None;
     MainWindow *window = nullptr;
     FormWidgets *f = nullptr; // on the accessibility group's window
 
@@ -58,7 +58,7 @@ private:
 
 private slots:
     void init();
-    void cleanupTestCase();
+    void cleanup();
 
     // The three screens and the completeness rules of the form (formwindow_state.cpp).
     void introScreenAtStart();

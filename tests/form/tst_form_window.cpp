@@ -8,61 +8,46 @@
 #include <QApplication>
 #include <QtTest>
 
-// Every function starts from a first run: windows read the settings file only as they
-// are made, so forgetting it under a shared window changes nothing for that window.
+// Every function starts from a first run, and none depends on another.
 void FormWindowTests::init()
 {
     TestEnvironment::instance().forgetSettings();
-    // The constructor and accessibility groups go on with their group's window; the
-    // state and navigation functions make windows of their own, so no shared window may
-    // be left for them, whatever order a run names the functions in.
     const QByteArray group = currentTestTag(*this);
     if (group == "CONSTRUCTOR_TEST")
-        QVERIFY(sharedWindow(Shared::Constructor));
+        QVERIFY(openWindow(Kind::Constructor));
     else if (group == "ACCESSIBILITY_TEST")
-        QVERIFY(sharedWindow(Shared::Accessibility));
-    else
-        closeSharedWindow();
+        QVERIFY(openWindow(Kind::Accessibility));
 }
 
-void FormWindowTests::cleanupTestCase()
+void FormWindowTests::cleanup()
 {
-    closeSharedWindow();
+    closeWindow();
 }
 
-// The window of a group, made as on a first run before the group's first function. The
-// constructor checks look at it as built and show it last; the accessibility checks
-// need it shown and active, with Qt's accessibility layer on for as long as it lives.
-bool FormWindowTests::sharedWindow(Shared group)
+// The window of a group as on a first run. The accessibility checks need it shown and
+// active, with Qt's accessibility layer on for as long as it lives.
+bool FormWindowTests::openWindow(Kind group)
 {
-    if (shared == group)
-        return sharedWindowReady;
-    closeSharedWindow();
-    shared = group;
-    if (group == Shared::Accessibility)
+    kind = group;
+    if (group == Kind::Accessibility)
         QAccessible::setActive(true);
-    TestEnvironment::instance().forgetSettings();
     window = new MainWindow;
-    if (group == Shared::Constructor) {
-        sharedWindowReady = MainWindowProbe::instanceGuardListening(*window);
-    } else {
-        window->show();
-        sharedWindowReady = QTest::qWaitForWindowActive(window, kEventWaitMs);
-        f = new FormWidgets(*window);
-    }
-    return sharedWindowReady;
+    if (group == Kind::Constructor)
+        return MainWindowProbe::instanceGuardListening(*window);
+    window->show();
+    f = new FormWidgets(*window);
+    return QTest::qWaitForWindowActive(window, kEventWaitMs);
 }
 
-void FormWindowTests::closeSharedWindow()
+void FormWindowTests::closeWindow()
 {
     delete f;
     f = nullptr;
     delete window;
     window = nullptr;
-    if (shared == Shared::Accessibility)
+    if (kind == Kind::Accessibility)
         QAccessible::setActive(false);
-    shared = Shared::None;
-    sharedWindowReady = false;
+    kind = Kind::None;
 }
 
 FB_TEST_MAIN(FormWindowTests)

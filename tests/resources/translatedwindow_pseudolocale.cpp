@@ -382,8 +382,3 @@ void TranslatedWindowTests::cutOffTextsAtTheFirstSize()
 #endif
     QCOMPARE(names, expected);
 }
-
-void TranslatedWindowTests::everyAllowedTextWasNeeded()
-{
-    QCOMPARE(allowed.unused(), QStringList());
-}
