@@ -12,6 +12,16 @@
 
 namespace settingsfiles {
 
+// The process's isolated environment and where the program keeps its settings there,
+// for the window's test classes.
+struct Folders
+{
+    TestEnvironment &env = TestEnvironment::instance();
+    QString suite() const { return env.suiteFolder(); }
+    QString newFile() const { return env.settingsFile(); }
+    QString oldFile() const { return env.oldSettingsFile(); }
+};
+
 inline QString newFile()
 {
     return TestEnvironment::instance().settingsFile();

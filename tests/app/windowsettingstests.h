@@ -3,21 +3,16 @@
 // The window's settings: every key read into the form and the geometry
 // (window_settingsload.cpp), the file written at exit (window_settingssave.cpp), and
 // the move and resize handlers that keep the geometry (window_settingsgeometry.cpp).
-#include "support/testenv.h"
+#include "settingsfiles.h"
 
 #include <QObject>
 #include <QString>
 
-class WindowSettingsTests : public QObject
+class WindowSettingsTests
+    : public QObject
+    , private settingsfiles::Folders
 {
     Q_OBJECT
-
-private:
-    // The process's isolated environment and where the program keeps its settings there.
-    TestEnvironment &env = TestEnvironment::instance();
-    QString suite() const { return env.suiteFolder(); }
-    QString newFile() const { return env.settingsFile(); }
-    QString oldFile() const { return env.oldSettingsFile(); }
 
 private slots:
     // Every test starts without settings files or thumbnails.

@@ -4,21 +4,16 @@
 // the settings file it picks, its thumbnail folder, the intro screen and the form's
 // signals it listens to (tests/app/window_startup.cpp). The program's main doubles as
 // the child that finds the guard taken (tst_window_startup.cpp).
-#include "support/testenv.h"
+#include "settingsfiles.h"
 
 #include <QObject>
 #include <QString>
 
-class WindowStartupTests : public QObject
+class WindowStartupTests
+    : public QObject
+    , private settingsfiles::Folders
 {
     Q_OBJECT
-
-private:
-    // The process's isolated environment and where the program keeps its settings there.
-    TestEnvironment &env = TestEnvironment::instance();
-    QString suite() const { return env.suiteFolder(); }
-    QString newFile() const { return env.settingsFile(); }
-    QString oldFile() const { return env.oldSettingsFile(); }
 
 private slots:
     // Every test starts without settings files or thumbnails.
