@@ -35,7 +35,7 @@ namespace {
 
 static_assert(sizeof(BITMAPINFOHEADER) == dib::kInfoHeaderSize, "the header is copied as 40 bytes");
 
-BITMAPINFOHEADER to_win32(const dib::InfoHeader &header)
+BITMAPINFOHEADER toWin32(const dib::InfoHeader &header)
 {
     BITMAPINFOHEADER out = {};
     dib::writeInfoHeader(header, reinterpret_cast<unsigned char *>(&out));
@@ -61,7 +61,7 @@ bool copy_bitmap_to_clipboard(HWND owner, HBITMAP bitmap)
         BITMAPINFOHEADER header;
         RGBQUAD colours[256];
     } probe = {};
-    probe.header = to_win32(dib::infoHeaderForBitmap(bm.bmWidth, bm.bmHeight, bm.bmBitsPixel));
+    probe.header = toWin32(dib::infoHeaderForBitmap(bm.bmWidth, bm.bmHeight, bm.bmBitsPixel));
 
     HDC dc = GetDC(nullptr);
     HPALETTE oldPalette = SelectPalette(dc, static_cast<HPALETTE>(GetStockObject(DEFAULT_PALETTE)), FALSE);

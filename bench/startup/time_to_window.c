@@ -23,7 +23,7 @@
 #include <time.h>
 #include <unistd.h>
 
-static double now_ms(void)
+static double nowMs(void)
 {
     struct timespec ts;
     clock_gettime(CLOCK_MONOTONIC, &ts);
@@ -32,7 +32,7 @@ static double now_ms(void)
 
 /* Windows come and go while we look at them (a destroyed window's BadWindow or
  * BadDrawable); none of that matters here. */
-static int ignore_x_error(Display *display, XErrorEvent *error)
+static int ignoreXError(Display *display, XErrorEvent *error)
 {
     (void)display;
     (void)error;
@@ -42,10 +42,10 @@ static int ignore_x_error(Display *display, XErrorEvent *error)
 /* DAMAGE spoken directly (the library's development files are not needed): the
  * version handshake, one request to watch a window, and the event turned into an
  * XAnyEvent whose window is the damaged drawable. */
-static int damage_opcode = -1;
-static int damage_event = -1;
+static int damageOpcode = -1;
+static int damageEvent = -1;
 
-static Bool damage_wire_to_event(Display *display, XEvent *event, xEvent *wire)
+static Bool damageWireToEvent(Display *display, XEvent *event, xEvent *wire)
 {
     const xDamageNotifyEvent *notify = (const xDamageNotifyEvent *)wire;
     event->xany.type = notify->type & 0x7f;
@@ -57,18 +57,18 @@ static Bool damage_wire_to_event(Display *display, XEvent *event, xEvent *wire)
 }
 
 /* Xlib's request macros name the display "dpy". */
-static int damage_init(Display *dpy)
+static int damageInit(Display *dpy)
 {
-    int first_event, first_error;
-    if (!XQueryExtension(dpy, DAMAGE_NAME, &damage_opcode, &first_event, &first_error))
+    int firstEvent, firstError;
+    if (!XQueryExtension(dpy, DAMAGE_NAME, &damageOpcode, &firstEvent, &firstError))
         return 0;
-    damage_event = first_event + XDamageNotify;
-    XESetWireToEvent(dpy, damage_event, damage_wire_to_event);
+    damageEvent = firstEvent + XDamageNotify;
+    XESetWireToEvent(dpy, damageEvent, damageWireToEvent);
     xDamageQueryVersionReq *req;
     xDamageQueryVersionReply reply;
     LockDisplay(dpy);
     GetReq(DamageQueryVersion, req);
-    req->reqType = damage_opcode;
+    req->reqType = damageOpcode;
     req->damageReqType = X_DamageQueryVersion;
     req->majorVersion = 1;
     req->minorVersion = 1;
@@ -81,14 +81,14 @@ static int damage_init(Display *dpy)
 /* Watches a window created but not yet mapped: the server reports the window's whole
  * visible area as damaged when the object is made, which for an unmapped window is
  * nothing, so the first event is the first drawing after the map. */
-static void damage_watch(Display *dpy, Window window)
+static void damageWatch(Display *dpy, Window window)
 {
-    if (damage_opcode < 0)
+    if (damageOpcode < 0)
         return;
     xDamageCreateReq *req;
     LockDisplay(dpy);
     GetReq(DamageCreate, req);
-    req->reqType = damage_opcode;
+    req->reqType = damageOpcode;
     req->damageReqType = X_DamageCreate;
     req->damage = XAllocID(dpy);
     req->drawable = window;
@@ -108,15 +108,15 @@ int main(int argc, char **argv)
         fprintf(stderr, "no X display\n");
         return 2;
     }
-    XSetErrorHandler(ignore_x_error);
-    const int have_damage = damage_init(display);
+    XSetErrorHandler(ignoreXError);
+    const int haveDamage = damageInit(display);
     Window root = DefaultRootWindow(display);
     /* The window manager reparents client windows; watch the root for new frames and
      * their children. A MapNotify on the root's substructure or a reparented child counts. */
     XSelectInput(display, root, SubstructureNotifyMask);
     XSync(display, False);
 
-    double start = now_ms();
+    double start = nowMs();
     pid_t child = fork();
     if (child == 0) {
         execvp(argv[1], argv + 1);
@@ -126,14 +126,14 @@ int main(int argc, char **argv)
     double mapped = -1;
     double painted = -1;
     Window client = None;
-    while (mapped < 0 || (have_damage && painted < 0)) {
+    while (mapped < 0 || (haveDamage && painted < 0)) {
         while (!XPending(display)) {
             int status;
             if (waitpid(child, &status, WNOHANG) == child) {
                 fprintf(stderr, "program ended before it %s\n", mapped < 0 ? "mapped a window" : "drew into it");
                 return 1;
             }
-            if (now_ms() - start > 30000) {
+            if (nowMs() - start > 30000) {
                 kill(child, SIGKILL);
                 fprintf(stderr, "timed out\n");
                 return 1;
@@ -142,10 +142,10 @@ int main(int argc, char **argv)
         }
         XEvent event;
         XNextEvent(display, &event);
-        const double at = now_ms() - start;
+        const double at = nowMs() - start;
         if (event.type == CreateNotify) {
             XSelectInput(display, event.xcreatewindow.window, SubstructureNotifyMask | StructureNotifyMask);
-            damage_watch(display, event.xcreatewindow.window);
+            damageWatch(display, event.xcreatewindow.window);
         }
         if (mapped < 0 && event.type == MapNotify && !event.xmap.override_redirect) {
             /* Ignore frames the window manager draws: a client window has a WM_CLASS. */
@@ -157,7 +157,7 @@ int main(int argc, char **argv)
                 client = event.xmap.window;
             }
         }
-        if (have_damage && event.type == damage_event && client != None && event.xany.window == client)
+        if (haveDamage && event.type == damageEvent && client != None && event.xany.window == client)
             painted = at;
     }
     /* Let it settle, then end it; ru_maxrss survives the signal. */
