@@ -129,18 +129,35 @@ MemoryContainer *MemoryContainer::findChild(const std::string &name) const
     return nullptr;
 }
 
+namespace {
+
+// The provider's two lists, properties and children, are counted and named alike.
+template <typename NamedList>
+bool countOf(const NamedList &list, std::uint32_t &count)
+{
+    count = static_cast<std::uint32_t>(list.size());
+    return true;
+}
+
+template <typename NamedList>
+bool nameAt(const NamedList &list, std::uint32_t index, std::string &name)
+{
+    if (index >= list.size())
+        return false;
+    name = list[index].first;
+    return true;
+}
+
+} // namespace
+
 bool MemoryContainer::propertyCount(std::uint32_t &count)
 {
-    count = static_cast<std::uint32_t>(m_properties.size());
-    return true;
+    return countOf(m_properties, count);
 }
 
 bool MemoryContainer::propertyName(std::uint32_t index, std::string &name)
 {
-    if (index >= m_properties.size())
-        return false;
-    name = m_properties[index].first;
-    return true;
+    return nameAt(m_properties, index, name);
 }
 
 bool MemoryContainer::property(const std::string &name, DxDiagValue &value)
@@ -155,16 +172,12 @@ bool MemoryContainer::property(const std::string &name, DxDiagValue &value)
 
 bool MemoryContainer::childCount(std::uint32_t &count)
 {
-    count = static_cast<std::uint32_t>(m_children.size());
-    return true;
+    return countOf(m_children, count);
 }
 
 bool MemoryContainer::childName(std::uint32_t index, std::string &name)
 {
-    if (index >= m_children.size())
-        return false;
-    name = m_children[index].first;
-    return true;
+    return nameAt(m_children, index, name);
 }
 
 std::unique_ptr<DxDiagContainer> MemoryContainer::child(const std::string &name)
