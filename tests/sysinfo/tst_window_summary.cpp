@@ -49,9 +49,9 @@ void WindowSummaryTests::init()
 #ifndef Q_OS_WIN
 // Builds the window while the tracker records, and finds its worker and thread.
 // Only with the worker held at its file (DumpGate): a free one may already be gone.
-void WindowSummaryTests::makeWindow(std::unique_ptr<MainWindow> &window, QPointer<GatherSysInfo> &worker,
-                                    QPointer<QThread> &thread)
+void WindowSummaryTests::makeWindow(HeldWindow &made)
 {
+    auto &[window, worker, thread] = made;
     ObjectTracker &tracker = summaryTracker();
     tracker.arm(true);
     window = std::make_unique<MainWindow>();
@@ -104,11 +104,10 @@ void WindowSummaryTests::workerHeldAtItsFileThenLetGo()
 {
     DumpGate gate(dumpFile());
     QVERIFY(gate.ok());
-    std::unique_ptr<MainWindow> window;
-    QPointer<GatherSysInfo> worker;
-    QPointer<QThread> thread;
-    makeWindow(window, worker, thread);
+    HeldWindow made;
+    makeWindow(made);
     QVERIFY(!QTest::currentTestFailed());
+    auto &[window, worker, thread] = made;
     QCheckBox *box = MainWindowProbe::widget<QCheckBox>(*window, "check_Include_System_Info");
     QVERIFY(box);
 
@@ -134,11 +133,10 @@ void WindowSummaryTests::windowClosedWhileTheWorkerRuns()
 {
     DumpGate gate(dumpFile());
     QVERIFY(gate.ok());
-    std::unique_ptr<MainWindow> window;
-    QPointer<GatherSysInfo> worker;
-    QPointer<QThread> thread;
-    makeWindow(window, worker, thread);
+    HeldWindow made;
+    makeWindow(made);
     QVERIFY(!QTest::currentTestFailed());
+    auto &[window, worker, thread] = made;
     window->show();
     QVERIFY(QTest::qWaitForWindowExposed(window.get(), kEventWaitMs));
     window->close();

@@ -28,7 +28,15 @@ private:
     std::unique_ptr<ObjectTracker> m_tracker;
     ObjectTracker &summaryTracker();
 #ifndef Q_OS_WIN
-    void makeWindow(std::unique_ptr<MainWindow> &window, QPointer<GatherSysInfo> &worker, QPointer<QThread> &thread);
+    // A window built under the tracker, with its worker held at the dump (DumpGate), and
+    // the worker and thread found.
+    struct HeldWindow
+    {
+        std::unique_ptr<MainWindow> window;
+        QPointer<GatherSysInfo> worker;
+        QPointer<QThread> thread;
+    };
+    void makeWindow(HeldWindow &made);
 #endif
 
 private slots:
