@@ -6,13 +6,12 @@
 #include "submit/submitfixture.h"
 #include "translatedwindowtests.h"
 
+#include "clipboardpicture.h"
+
 #include "attachments/attachmentcheck.h"
 #include "form/reporttab.h"
 #include "support/mainwindowprobe.h"
 #include "support/modalanswerer.h"
-#ifdef Q_OS_WIN
-#include "attachments/winclipboard.h"
-#endif
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -53,12 +52,8 @@ void TranslatedWindowTests::nameBoxInGerman()
     child<QPushButton>(*window, "button_Bug_Report")->click();
     tabs()->setCurrentIndex(tabIndex(ReportTab::Attachments));
     const QImage picture = attachmentcheck::patternImage(30, 20);
-#ifdef Q_OS_WIN
-    WinClipboard peer;
-    QVERIFY(peer.serve(attachmentcheck::pngOf(picture), "image/png"));
-#else
-    QGuiApplication::clipboard()->setImage(picture);
-#endif
+    ClipboardPicture onTheClipboard(picture);
+    QVERIFY(onTheClipboard.ok());
     QStringList texts;
     ModalAnswerer answerer;
     answerer.then([&](QWidget *modal) {

@@ -7,14 +7,13 @@
 #include "submit/submitfixture.h"
 #include "translatedwindowtests.h"
 
+#include "clipboardpicture.h"
+
 #include "attachments/attachmentcheck.h"
 #include "attachments/screenshot.h"
 #include "support/mainwindowprobe.h"
 #include "support/modalanswerer.h"
 #include "support/unreadablefile.h"
-#ifdef Q_OS_WIN
-#include "attachments/winclipboard.h"
-#endif
 
 #include <QApplication>
 #include <QCheckBox>
@@ -274,12 +273,8 @@ void TranslatedWindowTests::pastedImageNameDialog()
     child<QPushButton>(*window, "button_Feature_Request")->click();
     tabs()->setCurrentIndex(kAttachmentsTab);
     const QImage picture = attachmentcheck::patternImage(30, 20);
-#ifdef Q_OS_WIN
-    WinClipboard peer;
-    QVERIFY(peer.serve(attachmentcheck::pngOf(picture), "image/png"));
-#else
-    QGuiApplication::clipboard()->setImage(picture);
-#endif
+    ClipboardPicture onTheClipboard(picture);
+    QVERIFY(onTheClipboard.ok());
     QList<ShownText> question;
     ModalAnswerer answerer;
     answerer.then(checkThen(&question, [](QWidget *dialog) {
