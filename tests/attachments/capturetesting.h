@@ -7,6 +7,7 @@
 #include "support/testenv.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -165,6 +166,20 @@ inline QString windowManagerMinimiseProblem()
     if (!QTest::qWaitFor([&] { return !probe.windowHandle()->isExposed(); }, kEventWaitMs))
         return QStringLiteral("a minimised window stayed on the screen: no window manager iconified it");
     return QString();
+}
+
+// The picture in the BMP file that the Windows clipboard reader (fb_clipboardbmpreader)
+// wrote, after checking it is a bitmap of 24 bits per pixel, as the program puts it
+// on the clipboard. On a failed check the picture stays null.
+inline void pictureOfClipboardBmp(const QString &path, QImage &picture)
+{
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    QVERIFY(bytes.size() > 54);
+    QCOMPARE(bytes.left(2), QByteArray("BM"));
+    QCOMPARE(quint8(bytes.at(28)) | quint8(bytes.at(29)) << 8, 24);
+    picture = QImage::fromData(bytes, "BMP");
 }
 
 } // namespace CaptureTesting

@@ -25,7 +25,10 @@ public:
 #endif
     }
 
-    bool ok() const { return m_ok; }
+    bool ok() const
+    {
+        return m_ok;
+    }
 
 private:
 #ifdef Q_OS_WIN
