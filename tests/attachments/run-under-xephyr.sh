@@ -4,18 +4,14 @@
 # to skip XRandR so that it takes the Xinerama monitors as its screens. Needs a host
 # X server (run it under tools/run-under-x.sh); the exit status is the command's.
 set -eu
+. "$(dirname "$0")/await-display.sh"
 fdfile=$(mktemp)
 trap 'rm -f "$fdfile"' EXIT
 Xephyr -displayfd 3 +xinerama -screen 800x600 -screen 800x600 -ac -br -noreset -nolisten tcp \
     3>"$fdfile" >/dev/null 2>&1 &
 server=$!
-i=0
-while [ $i -lt 200 ] && ! grep -q '[0-9]' "$fdfile"; do
-    sleep 0.05
-    i=$((i + 1))
-done
-display=:$(tr -dc '0-9' <"$fdfile")
-if [ "$display" = ":" ]; then
+display=$(await_display "$fdfile")
+if [ -z "$display" ]; then
     echo "run-under-xephyr: Xephyr did not start" >&2
     kill "$server" 2>/dev/null || true
     exit 1

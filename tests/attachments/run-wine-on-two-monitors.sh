@@ -8,6 +8,7 @@
 # FB_ROOT_PATTERN_PAINTER is the pattern painter (root_pattern.c); the exit status is
 # the command's.
 set -eu
+. "$(dirname "$0")/await-display.sh"
 painter=${FB_ROOT_PATTERN_PAINTER:?the root pattern painter}
 lane_prefix=${WINEPREFIX:-$HOME/.wine}
 work=$(mktemp -d)
@@ -25,13 +26,8 @@ trap stop EXIT
 Xvfb -displayfd 3 -screen 0 3200x1200x24 +extension RANDR -noreset -nolisten tcp \
     3>"$work/display" >"$work/xvfb.log" 2>&1 &
 server=$!
-i=0
-while [ $i -lt 200 ] && ! grep -q '[0-9]' "$work/display"; do
-    sleep 0.05
-    i=$((i + 1))
-done
-DISPLAY=:$(tr -dc '0-9' <"$work/display")
-if [ "$DISPLAY" = ":" ]; then
+DISPLAY=$(await_display "$work/display")
+if [ -z "$DISPLAY" ]; then
     echo "run-wine-on-two-monitors: Xvfb did not start" >&2
     cat "$work/xvfb.log" >&2
     exit 1
