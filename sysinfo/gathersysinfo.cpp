@@ -4,10 +4,12 @@
 #include "sysinfo/systemsummary.h"
 
 #include <QAtomicInt>
+#include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QMutex>
 #include <QMutexLocker>
 #include <QTextStream>
+#include <QThread>
 #include <QWaitCondition>
 
 namespace {
@@ -47,12 +49,32 @@ GatherSysInfo::~GatherSysInfo()
     countAsRunning(false);
 }
 
+QThread *GatherSysInfo::startOnOwnThread(GatherSysInfo *job)
+{
+    auto *thread = new QThread;
+    job->moveToThread(thread);
+    connect(thread, &QThread::started, job, &GatherSysInfo::process);
+    // quit() is called on the job's thread itself: the thread then ends without the
+    // application's event loop, which no longer runs while the process ends.
+    connect(job, &GatherSysInfo::finished, thread, &QThread::quit, Qt::DirectConnection);
+    connect(job, &GatherSysInfo::finished, job, &QObject::deleteLater);
+    // deleteLater() is called on the ending thread too, so that the deletion is
+    // posted at once and not only after a queued call that no event loop may run.
+    connect(thread, &QThread::finished, thread, &QObject::deleteLater, Qt::DirectConnection);
+    thread->start();
+    return thread;
+}
+
 bool GatherSysInfo::finishJobsBeforeExit(int timeoutMs)
 {
     programEnding.storeRelease(1);
     QDeadlineTimer deadline(timeoutMs);
     const bool jobsDone = waitForRunningJobs(static_cast<int>(deadline.remainingTime()));
-    return waitForJobThreadsToEnd(static_cast<int>(deadline.remainingTime())) && jobsDone;
+    const bool threadsEnded = waitForJobThreadsToEnd(static_cast<int>(deadline.remainingTime()));
+    const QCoreApplication *application = QCoreApplication::instance();
+    if (application && application->thread() == QThread::currentThread())
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return threadsEnded && jobsDone;
 }
 
 bool GatherSysInfo::waitForRunningJobs(int timeoutMs)

@@ -3,6 +3,8 @@
 #include <QObject>
 #include <QString>
 
+class QThread;
+
 // Runs once on its own thread: writes the diagnostics dump, reads it back and
 // condenses it into the one-line system summary that the report carries.
 class GatherSysInfo : public QObject
@@ -19,9 +21,16 @@ public:
     // hang or crash the exit.
     static bool waitForRunningJobs(int timeoutMs);
 
+    // Moves job to a new thread and starts it there. The job and the thread delete
+    // themselves once the job is done; connect to the job's signals before. The thread
+    // returned stays valid until the caller's thread next handles its events.
+    static QThread *startOnOwnThread(GatherSysInfo *job);
+
     // For the end of the process: a job that has not begun its dump by now writes an
     // empty summary at once; waits for the others and then for every job's thread to
-    // have ended, all within timeoutMs.
+    // have ended, all within timeoutMs. Called on the application's thread, it then
+    // deletes the threads that ended meanwhile: no event loop runs there any more to
+    // do it.
     static bool finishJobsBeforeExit(int timeoutMs);
 
 signals:

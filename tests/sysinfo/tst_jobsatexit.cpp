@@ -6,6 +6,7 @@
 #include "support/testenv.h"
 
 #include <QFile>
+#include <QPointer>
 #include <QSignalSpy>
 #include <QThread>
 #include <QtTest>
@@ -31,8 +32,9 @@ private slots:
         QVERIFY2(summary.startsWith("{ ") && summary.endsWith(" }"), qPrintable(summary));
     }
 
-    // The job's thread has ended for the system, not only for Qt: on Windows a
-    // thread that has left its run() still runs the libraries' clean-up.
+    // The job's thread has ended for the system, not only for its job: on Windows a
+    // thread that has left its run() still runs the libraries' clean-up, and
+    // everywhere QThread's own clean-up follows the job.
     void jobThreadHasEndedAfterTheWait()
     {
         auto *thread = new QThread;
@@ -49,10 +51,10 @@ private slots:
         thread->start();
 
         QVERIFY(GatherSysInfo::finishJobsBeforeExit(kEventWaitMs));
-#ifdef Q_OS_WIN
-        // Ended, so it has reported, and its id is known. (Elsewhere the wait is for
-        // the summary alone, and the thread may still be on its way to reporting.)
+        // Ended, so it has reported, and QThread is through with it.
         QVERIFY(jobThreadId != 0);
+        QVERIFY(thread->isFinished());
+#ifdef Q_OS_WIN
         HANDLE handle = OpenThread(SYNCHRONIZE, FALSE, static_cast<DWORD>(jobThreadId.load()));
         QVERIFY(handle == nullptr || WaitForSingleObject(handle, 0) == WAIT_OBJECT_0);
         if (handle)
@@ -61,6 +63,23 @@ private slots:
         QVERIFY(thread->wait(kEventWaitMs));
         QVERIFY(jobThreadId != 0);
         delete thread;
+    }
+
+    // The window's way: the job and its thread delete themselves. Once the wait is
+    // over both are gone, though no event loop ran meanwhile.
+    void jobOnOwnThreadIsGoneAfterTheWait()
+    {
+        QPointer<GatherSysInfo> job = new GatherSysInfo;
+        std::atomic<QThread *> jobThread{nullptr};
+        connect(
+            job, &GatherSysInfo::results, job, [&jobThread] { jobThread = QThread::currentThread(); },
+            Qt::DirectConnection);
+        QPointer<QThread> thread = GatherSysInfo::startOnOwnThread(job);
+
+        QVERIFY(GatherSysInfo::finishJobsBeforeExit(kEventWaitMs));
+        QVERIFY(jobThread != nullptr && jobThread != QThread::currentThread());
+        QVERIFY(job.isNull());
+        QVERIFY(thread.isNull());
     }
 
     void jobAfterTheEndBeganWritesNothing()

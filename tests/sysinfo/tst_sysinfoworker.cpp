@@ -53,25 +53,18 @@ class TestSysInfoWorker : public QObject
 private slots:
     void init() { QFile::remove(dumpFile()); }
 
-    void identicalWiringDeliversOnceAndCleansUp()
+    void ownThreadDeliversOnceAndCleansUp()
     {
         Receiver receiver;
-        QThread *thread = new QThread;
-        GatherSysInfo *worker = new GatherSysInfo;
-        worker->moveToThread(thread);
-        connect(thread, &QThread::started, worker, &GatherSysInfo::process);
+        auto *worker = new GatherSysInfo;
         connect(worker, &GatherSysInfo::results, &receiver, &Receiver::slot_sysinfo);
-        connect(worker, &GatherSysInfo::finished, thread, &QThread::quit, Qt::DirectConnection);
-        connect(worker, &GatherSysInfo::finished, worker, &QObject::deleteLater);
-        connect(thread, &QThread::finished, thread, &QObject::deleteLater);
         // Watches the order in which the two signals reach the GUI thread.
         connect(worker, &GatherSysInfo::finished, &receiver, &Receiver::slot_finished);
-
-        QPointer<QThread> threadAlive(thread);
         std::atomic<bool> workerDestroyed{false};
         connect(
             worker, &QObject::destroyed, worker, [&workerDestroyed] { workerDestroyed = true; }, Qt::DirectConnection);
-        thread->start();
+
+        QPointer<QThread> threadAlive = GatherSysInfo::startOnOwnThread(worker);
         QTRY_VERIFY_WITH_TIMEOUT(threadAlive.isNull(), kEventWaitMs);
         QVERIFY(workerDestroyed);
         QCOMPARE(receiver.events, QStringList({"results", "finished"}));
