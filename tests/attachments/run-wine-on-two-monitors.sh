@@ -48,6 +48,9 @@ done
 cp -a "$lane_prefix" "$work/prefix"
 export WINEPREFIX=$work/prefix
 wine reg add 'HKCU\Software\Wine\X11 Driver' /v UseXRandR /t REG_SZ /d N /f >/dev/null 2>&1
+# At 100 %: the copy may hold the display scaling of a scaled test that ran before,
+# since the lane's Wine server writes its registry to disk only now and then.
+wine reg delete 'HKCU\Control Panel\Desktop' /v LogPixels /f >/dev/null 2>&1 || true
 # Wine keeps the monitors it found for as long as its server runs.
 wineserver -k
 wineserver -w
