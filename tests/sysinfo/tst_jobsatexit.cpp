@@ -34,52 +34,32 @@ private slots:
 
     // The job's thread has ended for the system, not only for its job: on Windows a
     // thread that has left its run() still runs the libraries' clean-up, and
-    // everywhere QThread's own clean-up follows the job.
+    // everywhere QThread's own clean-up follows the job. The job and its thread,
+    // started as the window starts them, delete themselves, and once the wait is
+    // over both are gone, though no event loop ran meanwhile.
     void jobThreadHasEndedAfterTheWait()
     {
-        auto *thread = new QThread;
-        auto *job = new GatherSysInfo;
-        job->moveToThread(thread);
+        QPointer<GatherSysInfo> job = new GatherSysInfo;
         std::atomic<quintptr> jobThreadId{0};
-        connect(thread, &QThread::started, job, &GatherSysInfo::process);
         connect(
             job, &GatherSysInfo::results, job,
             [&jobThreadId] { jobThreadId = reinterpret_cast<quintptr>(QThread::currentThreadId()); },
             Qt::DirectConnection);
-        connect(job, &GatherSysInfo::finished, thread, &QThread::quit, Qt::DirectConnection);
-        connect(job, &GatherSysInfo::finished, job, &QObject::deleteLater);
-        thread->start();
+        QPointer<QThread> thread = GatherSysInfo::startOnOwnThread(job);
 
         QVERIFY(GatherSysInfo::finishJobsBeforeExit(kEventWaitMs));
-        // Ended, so it has reported, and QThread is through with it.
+        // Ended, so it has reported, on its own thread.
         QVERIFY(jobThreadId != 0);
-        QVERIFY(thread->isFinished());
+        QVERIFY(jobThreadId != reinterpret_cast<quintptr>(QThread::currentThreadId()));
+        // Deleted, which Qt allows only once QThread is through with it.
+        QVERIFY(job.isNull());
+        QVERIFY(thread.isNull());
 #ifdef Q_OS_WIN
         HANDLE handle = OpenThread(SYNCHRONIZE, FALSE, static_cast<DWORD>(jobThreadId.load()));
         QVERIFY(handle == nullptr || WaitForSingleObject(handle, 0) == WAIT_OBJECT_0);
         if (handle)
             CloseHandle(handle);
 #endif
-        QVERIFY(thread->wait(kEventWaitMs));
-        QVERIFY(jobThreadId != 0);
-        delete thread;
-    }
-
-    // The window's way: the job and its thread delete themselves. Once the wait is
-    // over both are gone, though no event loop ran meanwhile.
-    void jobOnOwnThreadIsGoneAfterTheWait()
-    {
-        QPointer<GatherSysInfo> job = new GatherSysInfo;
-        std::atomic<QThread *> jobThread{nullptr};
-        connect(
-            job, &GatherSysInfo::results, job, [&jobThread] { jobThread = QThread::currentThread(); },
-            Qt::DirectConnection);
-        QPointer<QThread> thread = GatherSysInfo::startOnOwnThread(job);
-
-        QVERIFY(GatherSysInfo::finishJobsBeforeExit(kEventWaitMs));
-        QVERIFY(jobThread != nullptr && jobThread != QThread::currentThread());
-        QVERIFY(job.isNull());
-        QVERIFY(thread.isNull());
     }
 
     void jobAfterTheEndBeganWritesNothing()
